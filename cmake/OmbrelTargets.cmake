@@ -1,0 +1,38 @@
+# Helpers that give every Ombrel target the same language level, warnings and test wiring.
+
+function(ombrel_common_props target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion)
+  if(OMBREL_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()
+
+# ombrel_library(NAME <folder> SOURCES ... [LIBS ...])
+# One static library per src folder, named ombrel_<folder>.
+function(ombrel_library)
+  cmake_parse_arguments(ARG "" "NAME" "SOURCES;LIBS" ${ARGN})
+  add_library(ombrel_${ARG_NAME} STATIC ${ARG_SOURCES})
+  target_include_directories(ombrel_${ARG_NAME} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(ombrel_${ARG_NAME} PUBLIC ${ARG_LIBS})
+  ombrel_common_props(ombrel_${ARG_NAME})
+endfunction()
+
+set(OMBREL_TEST_ENV
+  "SDL_VIDEODRIVER=dummy;SDL_AUDIODRIVER=dummy;FONTCONFIG_FILE=${PROJECT_SOURCE_DIR}/tests/support/fonts.conf;OMBREL_SOURCE_DIR=${PROJECT_SOURCE_DIR}")
+
+# ombrel_test(NAME <exe> SOURCES ... LIBS ... [LABELS ...])
+function(ombrel_test)
+  cmake_parse_arguments(ARG "" "NAME" "SOURCES;LIBS;LABELS" ${ARGN})
+  if(NOT ARG_LABELS)
+    set(ARG_LABELS unit)
+  endif()
+  add_executable(${ARG_NAME} ${ARG_SOURCES})
+  target_link_libraries(${ARG_NAME} PRIVATE ${ARG_LIBS} ombrel_test_support GTest::gtest_main GTest::gmock)
+  ombrel_common_props(${ARG_NAME})
+  gtest_discover_tests(${ARG_NAME}
+    DISCOVERY_MODE PRE_TEST
+    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
+    PROPERTIES ENVIRONMENT "${OMBREL_TEST_ENV}" TIMEOUT 120 LABELS "${ARG_LABELS}")
+endfunction()

@@ -1,0 +1,32 @@
+// Files: existence tests and folder listings. A name not found as written is looked up again without
+// regard to case, since cabinets move from Windows with mixed-case files. Folders may be written with
+// '\' or '/'.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ombrel::platform {
+
+class Files {
+public:
+    virtual ~Files() = default;
+    // The path as it exists on disk ('\' turned to '/', letters' case found), or nullopt.
+    virtual std::optional<std::string> resolve(const std::string& path) = 0;
+    bool exists(const std::string& path) { return resolve(path).has_value(); }
+    // Names (not paths) of the entries of a folder, as stored; empty if it is not a folder.
+    virtual std::vector<std::string> list(const std::string& folder) = 0;
+};
+
+// The real file system.
+class DiskFiles final : public Files {
+public:
+    std::optional<std::string> resolve(const std::string& path) override;
+    std::vector<std::string> list(const std::string& folder) override;
+};
+
+// '\' to '/': folder values of a Windows cabinet work unchanged.
+std::string toNativePath(const std::string& path);
+
+} // namespace ombrel::platform

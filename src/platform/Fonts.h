@@ -1,0 +1,19 @@
+// Fonts: text measurement, so labels can size themselves and forms can answer TextHeight.
+#pragma once
+
+#include "runtime/DrawList.h"
+
+#include <string_view>
+
+namespace ombrel::platform {
+
+class Fonts {
+public:
+    virtual ~Fonts() = default;
+    // Size in pixels of one line of UTF-8 text (no wrapping).
+    virtual runtime::PixelSize measure(const runtime::FontSpec& font, std::string_view utf8) = 0;
+    // Height in pixels of one line of the font.
+    virtual int lineHeight(const runtime::FontSpec& font) = 0;
+};
+
+} // namespace ombrel::platform

@@ -1,0 +1,69 @@
+// Application: makes the forms, wires the loop to them, and starts the program with the start-up form.
+#include "startup/Application.h"
+
+#include "runtime/controls/Label.h"
+#include "runtime/controls/ListBox.h"
+#include "startup/BlankerForm.h"
+#include "startup/Cabinet.h"
+#include "startup/MainForm.h"
+
+#include <sstream>
+
+namespace ombrel::startup {
+
+namespace {
+
+    runtime::FormServices servicesOf(platform::Platform& platform)
+    {
+        return { platform.loop, platform.trace, platform.fonts, platform.images, platform.files, platform.renderer,
+            platform.home };
+    }
+
+} // namespace
+
+Application::Application(platform::Platform& platform)
+    : m_platform(platform)
+    , m_forms(servicesOf(platform))
+    , m_cabinet(std::make_unique<Cabinet>(Cabinet { platform, m_forms, platform.home, {}, {}, {}, {}, {} }))
+{
+    Cabinet& cabinet = *m_cabinet;
+    m_forms.define("blanker", [&cabinet](runtime::FormStack& s) { return std::make_unique<BlankerForm>(s, cabinet); });
+    m_forms.define("background", [](runtime::FormStack& s) { return std::make_unique<BackgroundForm>(s); });
+    m_forms.define("Main", [&cabinet](runtime::FormStack& s) { return std::make_unique<MainForm>(s, cabinet); });
+    platform.loop.setInputHandler([this](const runtime::InputEvent& event) { m_forms.dispatch(event); });
+    platform.loop.setPaintHandler([this] { m_forms.paintIfChanged(); });
+}
+
+Application::~Application()
+{
+    m_platform.loop.setInputHandler({});
+    m_platform.loop.setPaintHandler({});
+}
+
+Cabinet& Application::cabinet() { return *m_cabinet; }
+
+void Application::start() { m_forms.form("blanker").show(); }
+
+std::string Application::dump() const
+{
+    std::ostringstream out;
+    for (const runtime::Form* form : m_forms.zOrder()) {
+        out << "form " << form->name() << (form->visible() ? " visible" : " hidden")
+            << (m_forms.activeForm() == form ? " active" : "") << (form->enabled() ? "" : " disabled") << "\n";
+        if (!form->visible())
+            continue;
+        for (const runtime::Control* control : form->controls()) {
+            auto* label = dynamic_cast<const runtime::Label*>(control);
+            if (label && label->visible() && !label->caption().empty())
+                out << "label " << form->name() << "." << label->fullName() << " \"" << label->caption() << "\"\n";
+        }
+    }
+    if (auto* main = m_forms.existing("Main")) {
+        if (auto* list = dynamic_cast<runtime::ListBox*>(main->find("List1")))
+            out << "list curPath " << m_cabinet->run.curPath << " index " << list->listIndex() << " count "
+                << list->listCount() << " text \"" << list->text() << "\"\n";
+    }
+    return out.str();
+}
+
+} // namespace ombrel::startup

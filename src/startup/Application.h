@@ -1,0 +1,36 @@
+// Application: the one object that owns the cabinet's shared state and forms, and starts the program.
+#pragma once
+
+#include "platform/Platform.h"
+#include "runtime/FormStack.h"
+
+#include <memory>
+#include <string>
+
+namespace ombrel::startup {
+
+struct Cabinet;
+
+class Application {
+public:
+    explicit Application(platform::Platform& platform);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    runtime::FormStack& forms() { return m_forms; }
+    platform::Platform& platform() { return m_platform; }
+    Cabinet& cabinet();
+
+    // The program begins: the start-up form is loaded. Then run the platform's loop.
+    void start();
+    // The state a replay "dump" shows: forms, visible controls and captions, selection, current path.
+    std::string dump() const;
+
+private:
+    platform::Platform& m_platform;
+    runtime::FormStack m_forms;
+    std::unique_ptr<Cabinet> m_cabinet;
+};
+
+} // namespace ombrel::startup

@@ -1,0 +1,120 @@
+// BootSequence: Timer1 of the browser form, the thirty steps that bring the browser up, in their order.
+// Any step that fails is passed over and the next one runs; nothing here stops the program.
+#include "startup/MainForm.h"
+
+#include "browser/PreviewPanels.h"
+#include "browser/SkinLayout.h"
+#include "config/SavedState.h"
+#include "config/SettingsFile.h"
+#include "core/VbMath.h"
+#include "runtime/FormStack.h"
+#include "runtime/controls/MediaView.h"
+#include "startup/Cabinet.h"
+
+#include <exception>
+
+namespace ombrel::startup {
+
+template <class F> void MainForm::step(F&& f)
+{
+    try {
+        f();
+    } catch (const std::exception&) {
+        // Passed over, as every step of the boot.
+    }
+}
+
+namespace {
+
+    // The eleven lists whose first entries decide whether the boot starts a scan by itself.
+    bool noListHasAGame(const catalogue::Catalogue& catalogue)
+    {
+        for (int n : { 1, 2, 3, 4, 5, 6, 21, 22, 23, 24, 25 })
+            if (!catalogue.list(n)->at(1, 1).empty())
+                return false;
+        return true;
+    }
+
+} // namespace
+
+void MainForm::Timer1_Timer()
+{
+    auto& run = m_cabinet.run;
+    auto& settings = m_cabinet.settings;
+    auto& saved = m_cabinet.saved;
+
+    step([&] { Timer1.setEnabled(false); }); // 1
+    step([&] { // 2
+        timScr.setEnabled(true);
+        run.saverAuto = true;
+    });
+    step([&] { // 3
+        if (run.curPath >= 0 && run.curPath < static_cast<int>(settings.romDir.size()))
+            c.lblPath.setCaption(settings.romDir[static_cast<size_t>(run.curPath)]);
+    });
+    step([&] { run.curPath = 1; }); // 4
+    step([&] { config::OpenINI(m_cabinet.home, settings); }); // 5
+    step([&] { config::openCfg(m_cabinet.homeFile(config::kSavedStateFileName), saved, run.saverCount); }); // 6
+    step([&] { browser::setRes(c, run, strip, run.themesDir + saved.curSkin); }); // 7
+    // 8: SetTheme, the skin's colour scheme, joins here with the themes feature.
+    // 9: ReInitialize of the form scaler joins here with the screen-layout feature.
+    step([&] { // 10
+        if (settings.scrH == 0) {
+            settings.scrH = run.deskH;
+            settings.scrW = run.deskW;
+        }
+    });
+    step([&] { // 11
+        setHeight(runtime::pixelsToTwips(settings.scrH));
+        setWidth(runtime::pixelsToTwips(settings.scrW));
+    });
+    step([&] { strip.stripGap = core::roundHalfEven(strip.stripGap * width() / browser::kDesignWidth); }); // 12
+    step([&] { browser::SetListSize(c, run, strip); }); // 13
+    step([&] { scaleOn = false; }); // 14
+    step([&] { setBackColor(m_cabinet.scheme.schemeBack); }); // 15
+    step([&] { // 16
+        paintPicture(run.themesDir + saved.curSkin + "background.jpg", 0, 0, width(), height());
+    });
+    step([&] { nav.loadLists(); }); // 17
+    // 18: getKeys, the key map, joins here with the keyboard commands.
+    step([&] { run.curPath = saved.lastPath.value_or(0); }); // 19
+    step([&] { nav.populateList(); }); // 20
+    step([&] { // 21
+        int lastIndex = saved.lastIndex.value_or(0);
+        if (c.List1.listCount() >= lastIndex) {
+            run.curPath = saved.lastPath.value_or(0);
+            c.List1.setListIndex(lastIndex);
+        }
+    });
+    step([&] { // 22
+        if (noListHasAGame(m_cabinet.catalogue))
+            timRefreshit.setEnabled(true);
+    });
+    auto* blanker = stack().existing("blanker");
+    auto* film = blanker ? dynamic_cast<runtime::MediaView*>(blanker->find("mpIntro")) : nullptr;
+    step([&] { // 23
+        auto* timresize = blanker ? blanker->findTimer("timresize") : nullptr;
+        if (blanker && film && timresize && !timresize->enabled() && film->player().playState() == platform::kStopped) {
+            blanker->hide();
+            setFocus();
+            setMousePointer(99);
+        }
+    });
+    step([&] { // 24
+        if (film)
+            film->player().setFileName("");
+        if (blanker)
+            blanker->hide();
+    });
+    step([&] { // 25
+        c.List1.setTop(height() + c.List1.height() + 300);
+        c.List1.setLeft(width() + c.List1.width() + 300);
+    });
+    // 26: GetJoyKeys, the joystick's bindings, joins here with the joystick feature.
+    step([&] { browser::makeVis(c); }); // 27
+    step([&] { browser::cabRefresh(c); }); // 28
+    // 29: setSRate, the repeat rate of the movement keys, joins here with the keyboard commands.
+    step([&] { nav.RefreshList(); }); // 30
+}
+
+} // namespace ombrel::startup

@@ -1,0 +1,128 @@
+// MainForm: the browser form's controls, timers, and its handlers for the foreground and the mouse.
+#include "startup/MainForm.h"
+
+#include "runtime/EventLoop.h"
+#include "runtime/FormStack.h"
+#include "startup/Cabinet.h"
+
+namespace ombrel::startup {
+
+namespace {
+
+    catalogue::CatalogueContext catalogueContext(Cabinet& cabinet)
+    {
+        return { cabinet.settings, cabinet.run, cabinet.catalogue, cabinet.platform.files, cabinet.home };
+    }
+
+} // namespace
+
+MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
+    : Form(stack, "Main")
+    , c(*this)
+    , nav(catalogueContext(cabinet),
+          catalogue::NavigationControls {
+              *this,
+              c.List1,
+              c.lblPath,
+              c.xlogo,
+              c.ll,
+              c.lblNav,
+              [&stack] {
+                  auto* blanker = stack.existing("blanker");
+                  if (!blanker || !blanker->visible())
+                      return true;
+                  auto* film = dynamic_cast<runtime::MediaView*>(blanker->find("mpIntro"));
+                  return film && film->player().playState() == platform::kStopped;
+              },
+              [](int, const std::string&) {
+                  // FIXME: the picture strip's pictures are shot here once picture strips exist.
+              } })
+    , Timer1(addTimer("Timer1", 10, true, [this] { Timer1_Timer(); }))
+    , timScr(addTimer("timScr", 1000, false))
+    , timjoy(addTimer("timjoy", 75, false))
+    , timhigh(addTimer("timhigh", 150, true))
+    , timWfExit(addTimer("timWfExit", 5, false))
+    , timRefreshit(addTimer("timRefreshit", 400, false, [this] { timRefreshit_Timer(); }))
+    , m_cabinet(cabinet)
+{
+    setCaption("Ombrel");
+    setBackColor(0);
+    move(0, 0, browser::kDesignWidth, browser::kDesignHeight);
+    // The list box's Click does nothing but let other events run.
+    c.List1.onClick = [this] {
+        stack().trace("select " + std::to_string(m_cabinet.run.curPath) + " " + std::to_string(c.List1.listIndex())
+            + " \"" + c.List1.text() + "\"");
+        loop().doEvents();
+    };
+    nav.wireMouse();
+}
+
+void MainForm::Form_Load()
+{
+    m_cabinet.run.curPath = 1;
+    Timer1.setEnabled(true);
+    setMousePointer(99);
+    scaleOn = true;
+}
+
+void MainForm::Form_Resize()
+{
+    // FIXME: while scaleOn, the form scaler spreads the skin's layout over the new size; the scaler
+    // joins with the screen-layout feature.
+}
+
+void MainForm::Form_Deactivate()
+{
+    auto& run = m_cabinet.run;
+    run.saverAuto = false;
+    timScr.setEnabled(false);
+    run.saverCount = m_cabinet.saved.saverDelay;
+    timjoy.setEnabled(false);
+    timWfExit.setEnabled(true);
+    timhigh.setEnabled(false);
+}
+
+void MainForm::Form_Activate()
+{
+    timjoy.setEnabled(true);
+    timWfExit.setEnabled(false);
+    runtime::PictureControl* pictures[] = { &c.xScreen, &c.xFlyer, &c.xCabinet, &c.xMarquee, &c.xlist(0) };
+    for (auto* picture : pictures)
+        picture->setProperty(4, 4);
+    for (auto* picture : pictures)
+        picture->setProperty(124, 0);
+    m_cabinet.run.themesDir = m_cabinet.home + "omthemes";
+    highStep = 0;
+    setMousePointer(99);
+    timhigh.setEnabled(true);
+}
+
+void MainForm::frmMenuFocus()
+{
+    if (auto* menu = stack().existing("frmMenu"); menu && menu->visible())
+        menu->setFocus();
+}
+
+void MainForm::Form_GotFocus()
+{
+    frmMenuFocus();
+    auto& run = m_cabinet.run;
+    run.saverAuto = true;
+    timScr.setEnabled(true);
+    run.saverCount = m_cabinet.saved.saverDelay;
+    timhigh.setEnabled(true);
+}
+
+void MainForm::Form_LostFocus() { timhigh.setEnabled(false); }
+
+void MainForm::Form_Click() { frmMenuFocus(); }
+
+void MainForm::Form_MouseMove(int, int, double, double) { setMousePointer(0); }
+
+void MainForm::timRefreshit_Timer()
+{
+    timRefreshit.setEnabled(false);
+    // FIXME: the ROM scan (refreshAll) starts here once the scan exists.
+}
+
+} // namespace ombrel::startup

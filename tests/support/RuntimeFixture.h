@@ -1,0 +1,72 @@
+// RuntimeFixture: a virtual clock, an event loop, fakes for fonts, pictures and the screen, and a form
+// stack over them; tests push input, move time and read what was traced.
+#pragma once
+
+#include "platform/Files.h"
+#include "platform/fake/FakeFonts.h"
+#include "platform/fake/FakeImages.h"
+#include "platform/fake/FakeRenderer.h"
+#include "runtime/Clock.h"
+#include "runtime/EventLoop.h"
+#include "runtime/EventSource.h"
+#include "runtime/FormStack.h"
+#include "runtime/Trace.h"
+
+#include <string>
+#include <vector>
+
+namespace ombrel::test {
+
+// Collects trace lines in memory.
+class RecordingTrace final : public runtime::Trace {
+public:
+    void effect(std::string_view line) override { lines.emplace_back(line); }
+    std::vector<std::string> lines;
+};
+
+// Waiting jumps the virtual clock straight to the deadline; no input ever arrives by itself.
+class JumpingSource final : public runtime::EventSource {
+public:
+    explicit JumpingSource(runtime::VirtualClock& clock)
+        : m_clock(clock)
+    {
+    }
+    void poll(runtime::EventLoop&) override { }
+    bool wait(runtime::EventLoop&, std::optional<int64_t> deadline) override
+    {
+        if (!deadline)
+            return false;
+        m_clock.advanceTo(*deadline);
+        return true;
+    }
+
+private:
+    runtime::VirtualClock& m_clock;
+};
+
+class RuntimeFixture {
+public:
+    RuntimeFixture();
+
+    void keyDown(int vk, int shift = 0);
+    void keyUp(int vk, int shift = 0);
+    void click(const std::string& target);
+    void dblclick(const std::string& target);
+    void focusLost();
+    void focusGained();
+    // Serves what is pending without moving time.
+    void settle() { loop.doEvents(); }
+    void runFor(int64_t ms) { loop.runFor(ms); }
+
+    runtime::VirtualClock clock;
+    JumpingSource source { clock };
+    runtime::EventLoop loop { clock };
+    RecordingTrace trace;
+    platform::fake::FakeFonts fonts;
+    platform::fake::FakeImages images;
+    platform::DiskFiles files;
+    platform::fake::FakeRenderer renderer;
+    runtime::FormStack forms;
+};
+
+} // namespace ombrel::test
