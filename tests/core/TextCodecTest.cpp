@@ -1,0 +1,72 @@
+// Tests of telling UTF-8 from Windows-1252 and of the ASCII-only case changes.
+#include "core/TextCodec.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace ombrel::core {
+namespace {
+
+TEST(TextCodec, AcceptsOnlyWellFormedUtf8)
+{
+    struct Case
+    {
+        const char* name;
+        std::string bytes;
+        bool valid;
+    };
+    const Case cases[] = {
+        { "empty", "", true },
+        { "ascii", "Pac-Man", true },
+        { "two bytes", "\xC3\xA9", true },
+        { "three bytes", "\xE2\x82\xAC", true },
+        { "four bytes", "\xF0\x9F\x98\x80", true },
+        { "highest code point", "\xF4\x8F\xBF\xBF", true },
+        { "below surrogates", "\xED\x9F\xBF", true },
+        { "overlong two bytes", "\xC0\x80", false },
+        { "overlong C1", "\xC1\xBF", false },
+        { "overlong three bytes", "\xE0\x80\x80", false },
+        { "overlong four bytes", "\xF0\x8F\xBF\xBF", false },
+        { "surrogate", "\xED\xA0\x80", false },
+        { "above U+10FFFF", "\xF4\x90\x80\x80", false },
+        { "lead F5", "\xF5\x80\x80\x80", false },
+        { "cut short", "ab\xC3", false },
+        { "cut short in four", "\xF0\x9F\x98", false },
+        { "lone continuation", "a\x80", false },
+        { "bad continuation", "\xE2\x28\xA1", false },
+        { "latin-1 e acute", "caf\xE9", false },
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(isValidUtf8(row.bytes), row.valid);
+    }
+}
+
+TEST(TextCodec, ShowsUtf8AsItIsAndOtherTextAsWindows1252)
+{
+    struct Case
+    {
+        const char* name;
+        std::string bytes;
+        std::string shown;
+    };
+    const Case cases[] = {
+        { "ascii", "Galaga '88", "Galaga '88" },
+        { "utf-8 kept", "Caf\xC3\xA9", "Caf\xC3\xA9" },
+        { "latin-1 range", "Caf\xE9", "Caf\xC3\xA9" },
+        { "euro", "\x80", "\xE2\x82\xAC" },
+        { "curly quotes", "\x93hi\x94", "\xE2\x80\x9Chi\xE2\x80\x9D" },
+        { "y diaeresis", "\x9F", "\xC5\xB8" },
+        { "undefined byte kept as C1", "\x81", "\xC2\x81" },
+        { "nbsp and y acute", "\xA0\xFF", "\xC2\xA0\xC3\xBF" },
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(toDisplayText(row.bytes), row.shown);
+        EXPECT_TRUE(isValidUtf8(toDisplayText(row.bytes)));
+    }
+}
+
+} // namespace
+} // namespace ombrel::core
