@@ -3,6 +3,7 @@
 
 #include "runtime/EventLoop.h"
 #include "runtime/FormStack.h"
+#include "runtime/controls/MediaView.h"
 #include "startup/Cabinet.h"
 
 namespace ombrel::startup {
@@ -50,7 +51,7 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
     move(0, 0, browser::kDesignWidth, browser::kDesignHeight);
     // The list box's Click does nothing but let other events run.
     c.List1.onClick = [this] {
-        stack().trace("select " + std::to_string(m_cabinet.run.curPath) + " " + std::to_string(c.List1.listIndex())
+        this->stack().trace("select " + std::to_string(m_cabinet.run.curPath) + " " + std::to_string(c.List1.listIndex())
             + " \"" + c.List1.text() + "\"");
         loop().doEvents();
     };

@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Builds Ombrel and runs the demo cabinet: full screen on a desktop (--windowed for a window), or,
+# with no display, headless through the replay harness, saving screenshots of a short walk.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+root=$(pwd)
+
+"$root/scripts/install-deps.sh" build
+
+cmake --preset release >/dev/null
+cmake --build build-release -j"$(nproc)" --target ombrel
+bin="$root/build-release/src/app/ombrel"
+
+if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+  out="$root/out/demo-walk"
+  echo "No display found: running the demo headless through the replay harness."
+  rm -rf "$out"
+  mkdir -p "$out"
+  (cd "$out" && "$bin" --home "$root/demo" --replay "$root/demo/walk.replay" --trace "$out/walk.trace")
+  echo "Screenshots and the trace of the walk are in $out:"
+  ls "$out"
+  exit 0
+fi
+exec "$bin" --home "$root/demo" "$@"
