@@ -92,7 +92,7 @@ TEST_F(TimerTest, EqualDueTimesFireInTheOrderTheTimersWereMade)
     Timer a(fx.loop, "a", 50, true, [&] { order += "a"; });
     Timer c(fx.loop, "c", 25, true, [&] { order += "c"; });
     fx.runFor(50);
-    EXPECT_EQ(order, "cbca");
+    EXPECT_EQ(order, "cbac"); // at 50 all three are due: b, a, c as made
 }
 
 TEST_F(TimerTest, InputIsServedBeforeTimersOfTheSameTurn)
