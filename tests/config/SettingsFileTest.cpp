@@ -1,0 +1,356 @@
+// Tests of reading ombrel.ini: places and columns, treatments, defaults, and the files that fail.
+#include "config/SettingsFile.h"
+
+#include "IniSample.h"
+#include "TempHome.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace ombrel::config {
+namespace {
+
+using test::IniSample;
+using test::TempHome;
+
+// Reads the text as ombrel.ini; the error, if any, is left to the caller's check of settings.
+Settings read(const std::string& text, std::optional<SettingsError>* error = nullptr)
+{
+    TempHome home;
+    home.write("ombrel.ini", text);
+    Settings settings;
+    try {
+        OpenINI(home.path(), settings);
+    } catch (const SettingsError& e) {
+        if (!error)
+            throw;
+        error->emplace(e);
+    }
+    return settings;
+}
+
+std::string yes(bool value)
+{
+    return value ? "True" : "False";
+}
+
+// Every line holds a value of its own; path 4 is a gap.
+IniSample fullSample()
+{
+    IniSample ini;
+    for (int p = 1; p <= 20; ++p) {
+        std::string n = std::to_string(p);
+        if (p != 4) {
+            ini.setBlock(p, 1, "roms\\p" + n + "\\").setBlock(p, 2, "emu" + n + ".exe");
+            ini.setBlock(p, 3, p % 2 ? "YES" : "no")
+                .setBlock(p, 4, "Path " + n)
+                .setBlock(p, 5, " -o" + n + " ");
+            ini.setBlock(p, 6, "logo" + n + ".png")
+                .setBlock(p, 7, "emu" + n + "\\")
+                .setBlock(p, 8, "art" + n + "\\");
+        }
+    }
+    const char* tail[] = { "mame\\", "impact\\", "yes", "modeler\\", "u64\\", "u64b\\", "vp\\", "s11\\", "",
+        "-s11", "daphne\\", "-daph", "60", "45", "YES", "800", "600", "60", "16", "75", "32", "yes" };
+    for (int line = 1; line <= 22; ++line)
+        ini.setTail(line, tail[line - 1]);
+    ini.lines[IniSample::tailIndex(9)] = "YES";
+    return ini;
+}
+
+TEST(SettingsFile, ReadsEveryLineIntoItsValue)
+{
+    Settings s = read(fullSample().text());
+    for (int p = 1; p <= 20; ++p) {
+        SCOPED_TRACE("path " + std::to_string(p));
+        std::string n = std::to_string(p == 4 ? 1 : p); // the gap borrows from path 1
+        EXPECT_EQ(s.romDir[p], p == 4 ? "" : "roms\\p" + n + "\\");
+        EXPECT_EQ(s.fullPath[p], p != 4 && p % 2 == 1);
+        EXPECT_EQ(s.emuOpts[p], p == 4 ? "" : " -o" + n + " ");
+        EXPECT_EQ(s.emuExe[p] + s.pathName[p] + s.logoFile[p] + s.emuDir[p] + s.artDir[p],
+            "emu" + n + ".exePath " + n + "logo" + n + ".pngemu" + n + "\\art" + n + "\\");
+    }
+    EXPECT_EQ(
+        s.mameDir + s.impactDir + s.modelerDir + s.u64Dir + s.u64Dir2 + s.vpDir + s.s11Dir + s.daphneDir,
+        "mame\\impact\\modeler\\u64\\u64b\\vp\\s11\\daphne\\");
+    EXPECT_EQ(s.s11Opts + s.daphneOpts, "-s11-daph");
+    EXPECT_TRUE(s.impactNT && s.s11NewPlugins && s.tvOut && s.powerOff);
+    EXPECT_EQ(s.scrollRate, 60);
+    EXPECT_EQ(s.scrollRate2, 45);
+    std::vector<float> numbers { s.scrW, s.scrH, s.deskFreq, s.deskBits, s.frontFreq, s.frontBits };
+    EXPECT_EQ(numbers, (std::vector<float> { 800, 600, 60, 16, 75, 32 }));
+    EXPECT_EQ(s.romDir[0] + s.artDir[0] + s.logoFile[0], "");
+}
+
+TEST(SettingsFile, TreatsEachValueByItsLine)
+{
+    struct Row
+    {
+        const char* name;
+        size_t index; // the line of the sample that is replaced
+        const char* line;
+        std::function<std::string(const Settings&)> value;
+        const char* expected;
+    };
+    auto pathName = [](const Settings& s) { return s.pathName[1]; };
+    auto opts = [](const Settings& s) { return s.emuOpts[1]; };
+    auto roms = [](const Settings& s) { return s.romDir[1]; };
+    auto fullPath = [](const Settings& s) { return yes(s.fullPath[1]); };
+    auto plugins = [](const Settings& s) { return yes(s.s11NewPlugins); };
+    auto rate = [](const Settings& s) { return std::to_string(s.scrollRate); };
+    auto resX = [](const Settings& s) { return std::to_string(s.scrW); };
+    const size_t romsLine = IniSample::blockIndex(1, 1), switchLine = IniSample::blockIndex(1, 3);
+    const size_t rateLine = IniSample::tailIndex(13), pluginLine = IniSample::tailIndex(9);
+    const Row rows[] = {
+        { "trimmed", IniSample::blockIndex(1, 4), "PathName=  Vector Games  ", pathName, "Vector Games" },
+        { "options keep their blanks", IniSample::blockIndex(1, 5), "Opts=  -window  ", opts, "  -window  " },
+        { "yes", switchLine, "FullPaths=yes", fullPath, "True" },
+        { "Yes with blanks", switchLine, "FullPaths= Yes ", fullPath, "True" },
+        { "Y", switchLine, "FullPaths=Y", fullPath, "False" },
+        { "TRUE", switchLine, "FullPaths=TRUE", fullPath, "False" },
+        { "empty switch", switchLine, "FullPaths=", fullPath, "False" },
+        { "plug-in YES alone", pluginLine, "  yes  ", plugins, "True" },
+        { "plug-in YES behind a label", pluginLine, "S11=YES", plugins, "False" },
+        { "whole number with a rest", rateLine, "ScrollRateKeys=75ms", rate, "75" },
+        { "whole number not a number", rateLine, "ScrollRateKeys=fast", rate, "0" },
+        { "whole number empty", rateLine, "ScrollRateKeys=", rate, "0" },
+        { "whole number half to even down", rateLine, "ScrollRateKeys=12.5", rate, "12" },
+        { "whole number half to even up", rateLine, "ScrollRateKeys=13.5", rate, "14" },
+        { "whole number negative", rateLine, "ScrollRateKeys=-20", rate, "-20" },
+        { "number with blanks and a fraction", IniSample::tailIndex(16), "ResX= 1024.5 ", resX,
+            "1024.500000" },
+        { "any label of the right length", romsLine, "12345roms\\", roms, "roms\\" },
+        { "a missing label eats the value", romsLine, "roms\\mame\\", roms, "mame\\" },
+        { "leading blanks are no columns", romsLine, "   Roms=roms\\", roms, "roms\\" },
+        { "a line shorter than its label", romsLine, "Roms", roms, "" },
+        { "quoted line keeps its comma", IniSample::blockIndex(1, 5), "\"Opts=-a,b\"", opts, "-a,b" },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        IniSample ini;
+        ini.lines[row.index] = row.line;
+        EXPECT_EQ(row.value(read(ini.text())), row.expected);
+    }
+}
+
+TEST(SettingsFile, LayoutVariationsReadTheSame)
+{
+    const Settings expected = read(fullSample().text());
+    IniSample relabelled = fullSample();
+    for (size_t i = 0; i < relabelled.lines.size(); ++i) {
+        int line = static_cast<int>(i < 160 ? i % 8 : i - 160) + 1;
+        size_t length = (i < 160 ? IniSample::blockLabel(line) : IniSample::tailLabel(line)).size();
+        relabelled.lines[i].replace(0, length, std::string(length, 'x'));
+    }
+    IniSample commented = fullSample();
+    std::vector<size_t> skipping;
+    for (int p = 1; p <= 20; ++p)
+        skipping.push_back(IniSample::blockIndex(p, 1));
+    for (int line : { 1, 2, 3, 4, 5, 6, 7, 8, 11, 13, 15, 16, 18, 20, 22 })
+        skipping.push_back(IniSample::tailIndex(line));
+    for (auto at = skipping.rbegin(); at != skipping.rend(); ++at)
+        commented.insertBefore(*at, "* a note").insertBefore(*at, "").insertBefore(*at, "   * indented");
+
+    const std::pair<const char*, std::string> rows[] = {
+        { "LF line ends", fullSample().text("\n") },
+        { "CR line ends", fullSample().text("\r") },
+        { "other labels of the same lengths", relabelled.text() },
+        { "comments and blank lines before every skipping line", commented.text() },
+    };
+    for (const auto& [name, text] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(read(text) == expected);
+    }
+}
+
+TEST(SettingsFile, DisplayModesCompleteEachOther)
+{
+    struct Row
+    {
+        std::array<const char*, 4> file; // deskFreq, deskBits, frontFreq, frontBits
+        std::array<float, 4> expected;
+    };
+    const Row rows[] = {
+        { { "60", "0", "75", "32" }, { 75, 32, 75, 32 } }, // half a desktop mode takes the front end's
+        { { "60", "16", "0", "32" }, { 60, 16, 60, 16 } }, // and the other way round
+        { { "0", "0", "0", "32" }, { 0, 32, 0, 32 } },
+        { { "60", "16", "75", "32" }, { 60, 16, 75, 32 } },
+        { { "0", "0", "0", "0" }, { 0, 0, 0, 0 } },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.file[0]) + "/" + row.file[1] + " " + row.file[2] + "/" + row.file[3]);
+        IniSample ini;
+        for (int i = 0; i < 4; ++i)
+            ini.setTail(18 + i, row.file[static_cast<size_t>(i)]);
+        Settings s = read(ini.text());
+        EXPECT_EQ((std::array<float, 4> { s.deskFreq, s.deskBits, s.frontFreq, s.frontBits }), row.expected);
+    }
+}
+
+TEST(SettingsFile, EmptyValuesFallBack)
+{
+    IniSample ini;
+    ini.setTail(1, "mame\\").setTail(2, "i\\").setTail(4, "m\\").setTail(5, "u\\").setTail(6, "u2\\");
+    ini.setTail(7, "v\\").setTail(8, "s\\").setTail(11, "d\\");
+    ini.setBlock(1, 3, "YES").setBlock(1, 4, "One").setBlock(1, 5, "-o").setBlock(1, 6, "l.png");
+    ini.setBlock(2, 1, "r2\\");
+    Settings s = read(ini.text());
+    // Path 1 falls back on the main emulator folder and program, and later paths on path 1.
+    for (int p : { 1, 2, 20 }) {
+        SCOPED_TRACE(p);
+        EXPECT_EQ(s.artDir[p] + s.emuDir[p] + s.emuExe[p], "mame\\mame\\mame.exe");
+        EXPECT_EQ(s.pathName[p] + s.logoFile[p], "Onel.png");
+    }
+    // What belongs to one path alone is not borrowed.
+    EXPECT_EQ(s.romDir[2] + s.romDir[3], "r2\\");
+    EXPECT_FALSE(s.fullPath[2]);
+    EXPECT_EQ(s.emuOpts[2], "");
+    EXPECT_EQ(std::vector<std::string>(s.artDir.begin() + 21, s.artDir.end()),
+        (std::vector<std::string> { "i\\", "m\\", "u\\", "v\\", "s\\", "d\\" }));
+    EXPECT_EQ(std::vector<std::string>(s.logoFile.begin() + 21, s.logoFile.end()),
+        (std::vector<std::string> {
+            "impact.gif", "modeler.gif", "u64.gif", "vp.gif", "s11.gif", "daphne.gif", "extras.gif" }));
+
+    // A path's own values win over the fallbacks.
+    s = read(fullSample().setBlock(1, 8, "").text());
+    EXPECT_EQ(s.artDir[1] + s.artDir[4] + s.emuDir[1] + s.emuExe[1], "mame\\mame\\emu1\\emu1.exe");
+}
+
+TEST(SettingsFile, ReportsWhereAFileFails)
+{
+    struct Row
+    {
+        const char* name;
+        std::string text;
+        int line;
+        const char* label;
+        const char* message;
+    };
+    auto cut = [](size_t lines, const char* extra = nullptr) {
+        IniSample ini;
+        ini.truncate(lines);
+        if (extra)
+            ini.lines.emplace_back(extra);
+        return ini.text();
+    };
+    auto tail = [](int line, const char* value) { return IniSample().setTail(line, value).text(); };
+    auto lineOf = [](int tailLine) { return static_cast<int>(IniSample::tailIndex(tailLine)) + 1; };
+    std::string noLastLineEnd = cut(IniSample::blockIndex(20, 2));
+    noLastLineEnd.resize(noLastLineEnd.size() - 2);
+    const Row rows[] = {
+        { "ends at a plain read", cut(IniSample::blockIndex(20, 2)), 154,
+            "Exec=", "ombrel.ini line 154: the file ends where Exec= of path 20 should stand" },
+        { "ends without a last line end", noLastLineEnd, 154,
+            "Exec=", "line 154: the file ends where Exec=" },
+        { "empty file", "", 1,
+            "Exec=", "ombrel.ini line 1: the file ends where Exec= of path 1 should stand" },
+        { "ends inside a pair", cut(IniSample::tailIndex(17)), lineOf(17),
+            "ResY=", "ends where ResY= should" },
+        { "ends at a skipping read with a plain read behind", cut(IniSample::tailIndex(11)), lineOf(11),
+            "DaphOpt=", "the file ends where DaphOpt= should stand" },
+        { "ends in a comment at a skipping read", cut(IniSample::tailIndex(11), "* daphne"), lineOf(12),
+            "DaphOpt=", "the file ends where DaphOpt= should stand" },
+        { "screen width not a number", tail(16, "wide"), lineOf(16), "ResX=", "ResX= needs a number" },
+        { "screen height empty", tail(17, ""), lineOf(17), "ResY=", "ResY= needs a number" },
+        { "depth blank", tail(21, " "), lineOf(21), "Bits=", "Bits= needs a number" },
+        { "rate too large for its type", tail(18, "1e40"), lineOf(18),
+            "Freq=", "Freq= holds a number too large" },
+        { "scroll rate above 32767", tail(13, "40000"), lineOf(13), "ScrollRateKeys=", "must lie between" },
+        { "scroll rate rounds above 32767", tail(14, "32767.5"), lineOf(14), "ScrollRateJoys=", "must lie" },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::optional<SettingsError> error;
+        read(row.text, &error);
+        ASSERT_TRUE(error.has_value());
+        EXPECT_EQ(error->line(), row.line);
+        EXPECT_EQ(error->label(), row.label);
+        EXPECT_NE(std::string(error->what()).find(row.message), std::string::npos) << error->what();
+    }
+}
+
+TEST(SettingsFile, MissingFileIsAnErrorButItsCaseIsNot)
+{
+    TempHome home;
+    Settings settings;
+    try {
+        OpenINI(home.path(), settings);
+        ADD_FAILURE() << "no error";
+    } catch (const SettingsError& error) {
+        EXPECT_EQ(error.line(), 0);
+        EXPECT_EQ(std::string(error.what()), "ombrel.ini: cannot open " + home.path() + "ombrel.ini");
+    }
+    home.write("Ombrel.INI", IniSample().setTail(13, "99").text());
+    OpenINI(home.path(), settings);
+    EXPECT_EQ(settings.scrollRate, 99);
+}
+
+TEST(SettingsFile, EachReadReplacesEveryValue)
+{
+    TempHome home;
+    home.write("ombrel.ini", fullSample().text());
+    Settings settings;
+    OpenINI(home.path(), settings);
+    ASSERT_TRUE(settings.powerOff);
+    // The last line may be missing: the machine is then not switched off.
+    home.write("ombrel.ini", IniSample().truncate(IniSample::tailIndex(22)).text());
+    OpenINI(home.path(), settings);
+    Settings fresh;
+    OpenINI(home.path(), fresh);
+    EXPECT_FALSE(settings.powerOff);
+    EXPECT_TRUE(settings == fresh);
+}
+
+// A line out of place moves every later value by one line; the file then fails where a number is due.
+TEST(SettingsFile, StrayLinesShiftWhatFollows)
+{
+    struct Row
+    {
+        const char* name;
+        std::function<void(IniSample&)> edit;
+        std::function<std::string(const Settings&)> values;
+        const char* expected;
+    };
+    auto shifted
+        = [](const Settings& s) { return s.emuExe[1] + "|" + yes(s.fullPath[1]) + "|" + s.pathName[1]; };
+    const Row rows[] = {
+        { "comment before a plain read",
+            [](IniSample& ini) { ini.insertBefore(IniSample::blockIndex(1, 2), "* the emulator"); }, shifted,
+            "emulator|False|=YES" },
+        { "blank line before a plain read",
+            [](IniSample& ini) { ini.insertBefore(IniSample::blockIndex(1, 3), ""); }, shifted,
+            "run|False|=YES" },
+        { "stray comma", [](IniSample& ini) { ini.setBlock(1, 5, "-a,-b"); },
+            [](const Settings& s) { return s.emuOpts[1] + "|" + s.logoFile[1] + "|" + s.emuDir[1]; },
+            "-a||o.png" }, // "-b" is read as the Images= line, the Images= line as the EmuFolder= line
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        IniSample ini;
+        ini.setBlock(1, 2, "run").setBlock(1, 3, "YES").setBlock(1, 4, "Arcade").setBlock(1, 6, "logo.png");
+        row.edit(ini);
+        std::optional<SettingsError> error;
+        Settings settings = read(ini.text(), &error);
+        ASSERT_TRUE(error.has_value());
+        EXPECT_EQ(error->label(), "ResX=");
+        EXPECT_EQ(row.values(settings), row.expected);
+    }
+}
+
+TEST(SettingsFile, DemoCabinetFileReads)
+{
+    Settings s;
+    ASSERT_NO_THROW(OpenINI(test::sourceDir() + "/demo/", s));
+    EXPECT_EQ(s.pathName[1] + "|" + s.romDir[1] + "|" + s.emuDir[1] + s.emuExe[1] + " " + s.emuOpts[1],
+        "Arcade Classics|roms\\mame\\|emu\\demoemu -window");
+    EXPECT_EQ(s.romDir[2] + s.pathName[2] + "|" + s.romDir[3] + "|" + s.romDir[4] + "|" + s.romDir[5],
+        "roms\\vector\\Vector Games|roms\\sports\\||roms\\pong\\");
+    EXPECT_EQ(s.emuDir[5] + s.emuExe[5] + " " + s.emuOpts[5], "/usr/games/mame -window -skip_gameinfo");
+    EXPECT_EQ(s.u64Dir, "emus\\u64\\");
+    EXPECT_EQ(s.scrollRate, 75);
+    EXPECT_FALSE(s.powerOff);
+}
+
+} // namespace
+} // namespace ombrel::config
