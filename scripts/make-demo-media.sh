@@ -24,458 +24,13 @@ trap 'rm -rf "$work"' EXIT
 mkdir -p "$demo" "$skin"
 
 # ---------------------------------------------------------------------------------------------
-# Text files: the game table is the one source of gamelist.lst, the ROM folders and the lists.
-# Column 3 says where a game's placeholder ROM goes: M arcade, V vector, S sports, P pong,
-# U Ultra 64; lower case means known to the master list but not present in the cabinet.
+# Text files. The game table (demo-games.txt beside this script) is the one source of
+# gamelist.lst, the placeholder ROMs and the list files, so the three always agree.
 # ---------------------------------------------------------------------------------------------
-python3 - "$demo" "$work" <<'PY'
-import os, shutil, sys, zlib
+python3 - "$demo" "$work" "$root/scripts/demo-games.txt" <<'PY'
+import colorsys, os, shutil, sys, zlib
 
-demo, work = sys.argv[1], sys.argv[2]
-
-GAMES = """
-1941|1941: Counter Attack|M
-1942|1942|M
-1943|1943: The Battle of Midway|M
-1943kai|1943 Kai: Midway Kaisen|m
-19xx|19XX: The War Against Destiny|m
-3wonders|Three Wonders|m
-64street|64th. Street: A Detective Story|m
-88games|'88 Games|S
-10yard|10-Yard Fight|S
-280zzzap|280-ZZZAP|s
-720|720 Degrees|S
-abaseb|Atari Baseball|s
-aburner2|After Burner II|M
-aerofgt|Aero Fighters|m
-airwolf|Airwolf|m
-alexkidd|Alex Kidd: The Lost Stars|M
-aliens|Aliens|M
-alpine|Alpine Ski|S
-altbeast|Altered Beast|M
-amidar|Amidar|M
-anteater|Anteater|m
-apb|APB: All Points Bulletin|m
-arabian|Arabian|M
-arkanoid|Arkanoid|M
-arkretrn|Arkanoid Returns|m
-armedf|Armed Formation|m
-armora|Armor Attack|V
-armwrest|Arm Wrestling|S
-assault|Assault|m
-astdelux|Asteroids Deluxe|V
-asterix|Asterix|M
-asteroid|Asteroids|V
-astinvad|Astro Invader|m
-astrob|Astro Blaster|M
-atarifb|Atari Football|S
-atetris|Tetris (Atari)|M
-athena|Athena|m
-avengers|Avengers|m
-avsp|Alien vs. Predator|M
-aztarac|Aztarac|V
-baddudes|Bad Dudes vs. DragonNinja|M
-bagman|Bagman|M
-bankp|Bank Panic|M
-baraduke|Baraduke|m
-barrier|Barrier|v
-batman|Batman|m
-bbusters|Beast Busters|m
-bermudat|Bermuda Triangle|m
-berzerk|Berzerk|M
-bionicc|Bionic Commando|M
-bjtwin|Bombjack Twin|m
-bking|Birdie King|s
-blaster|Blaster|m
-blktiger|Black Tiger|M
-blockout|Block Out|m
-bloxeed|Bloxeed|m
-blstroid|Blasteroids|M
-bnj|Bump 'n' Jump|M
-bodyslam|Body Slam|s
-bombjack|Bomb Jack|M
-bosco|Bosconian|M
-bottom9|Bottom of the Ninth|S
-boxingb|Boxing Bugs|V
-breakout|Breakout|P
-brkthru|Break Thru|m
-bshark|Battle Shark|m
-bsktball|Basketball|S
-btime|BurgerTime|M
-bubbles|Bubbles|M
-bublbobl|Bubble Bobble|M
-buckrog|Buck Rogers: Planet of Zoom|m
-buggychl|Buggy Challenge|m
-bwidow|Black Widow|V
-bzone|Battlezone|V
-cabal|Cabal|M
-cadash|Cadash|m
-captcomm|Captain Commando|M
-carnival|Carnival|M
-cawing|Carrier Air Wing|m
-ccastles|Crystal Castles|M
-cchasm|Cosmic Chasm|v
-cclimber|Crazy Climber|M
-centiped|Centipede|M
-chaknpop|Chack'n Pop|m
-champbas|Champion Baseball|S
-champwr|Champion Wrestler|s
-chasehq|Chase H.Q.|M
-chelnov|Chelnov: Atomic Runner|m
-choplift|Choplifter|M
-circusc|Circus Charlie|M
-cloak|Cloak & Dagger|m
-cninja|Caveman Ninja|m
-columns|Columns|M
-commando|Commando|M
-congo|Congo Bongo|M
-contra|Contra|M
-crbaloon|Crazy Balloon|m
-crimfght|Crime Fighters|m
-crush|Crush Roller|m
-csprint|Championship Sprint|S
-ctribe|The Combatribes|m
-curvebal|Curve Ball|s
-cyberbal|Cyberball|S
-darius|Darius|M
-ddonpach|DoDonPachi|m
-ddragon|Double Dragon|M
-ddragon2|Double Dragon II: The Revenge|M
-ddragon3|Double Dragon 3: The Rosetta Stone|m
-ddtod|Dungeons & Dragons: Tower of Doom|m
-defender|Defender|M
-demon|Demon|V
-digdug|Dig Dug|M
-digdug2|Dig Dug II|m
-dino|Cadillacs and Dinosaurs|M
-dkong|Donkey Kong|M
-dkong3|Donkey Kong 3|M
-dkongjr|Donkey Kong Junior|M
-docastle|Mr. Do's Castle|M
-domino|Domino Man|m
-donpachi|DonPachi|m
-dotron|Discs of Tron|M
-dspirit|Dragon Spirit|M
-dunkshot|Dunk Shot|S
-dynwar|Dynasty Wars|m
-ebases|Extra Bases|s
-elevator|Elevator Action|M
-elim2|Eliminator|V
-enduror|Enduro Racer|S
-eprom|Escape from the Planet of the Robot Monsters|m
-esb|The Empire Strikes Back|V
-espial|Espial|m
-exctsccr|Exciting Soccer|S
-exedexes|Exed Exes|m
-exerion|Exerion|M
-exprraid|Express Raider|m
-f1dream|F-1 Dream|s
-fantzone|Fantasy Zone|M
-ffight|Final Fight|M
-finalizr|Finalizer: Super Transformation|m
-finallap|Final Lap|S
-fitegolf|Fighting Golf|s
-flicky|Flicky|M
-flyball|Flyball|s
-foodf|Food Fight|M
-forgottn|Forgotten Worlds|M
-frenzy|Frenzy|m
-frogger|Frogger|M
-frontlin|Front Line|m
-galaga|Galaga|M
-galaga88|Galaga '88|M
-galaxian|Galaxian|M
-gaplus|Gaplus|M
-gaunt2|Gauntlet II|M
-gauntlet|Gauntlet|M
-gberet|Green Beret|M
-genpeitd|Genpei ToumaDen|m
-ghostb|The Real Ghostbusters|m
-ghouls|Ghouls'n Ghosts|M
-gng|Ghosts'n Goblins|M
-goldnaxe|Golden Axe|M
-gorf|Gorf|M
-gradius3|Gradius III|m
-gravitar|Gravitar|V
-grobda|Grobda|m
-growl|Growl|m
-gunsmoke|Gun.Smoke|M
-gwar|Guerrilla War|m
-gyruss|Gyruss|M
-hangon|Hang-On|S
-hbarrel|Heavy Barrel|m
-hcastle|Haunted Castle|m
-higemaru|Pirate Ship Higemaru|m
-hiimpact|High Impact Football|S
-hopmappy|Hopping Mappy|m
-hydra|Hydra|m
-hyperspt|Hyper Sports|S
-idsoccer|Indoor Soccer|s
-ikari|Ikari Warriors|M
-imgfight|Image Fight|m
-indytemp|Indiana Jones and the Temple of Doom|M
-insector|Insector|m
-invaders|Space Invaders|M
-invadpt2|Space Invaders Part II|m
-irobot|I, Robot|M
-ironhors|Iron Horse|m
-jackal|Jackal|M
-jailbrek|Jail Break|m
-joust|Joust|M
-joust2|Joust 2: Survival of the Fittest|M
-journey|Journey|m
-jrpacman|Jr. Pac-Man|M
-jumpbug|Jump Bug|m
-junglek|Jungle King|m
-jungler|Jungler|M
-kangaroo|Kangaroo|M
-karnov|Karnov|M
-kchamp|Karate Champ|M
-kick|Kick|m
-kidniki|Kid Niki: Radical Ninja|m
-kinst|Killer Instinct|U
-kinst2|Killer Instinct 2|U
-klax|Klax|M
-knights|Knights of the Round|m
-kod|The King of Dragons|M
-kroozr|Kozmik Kroozr|m
-krull|Krull|M
-kungfum|Kung-Fu Master|M
-ladybug|Lady Bug|M
-lastduel|Last Duel|m
-ldrun|Lode Runner|M
-liberatr|Liberator|m
-liblrabl|Libble Rabble|m
-lifefrce|Life Force|m
-lkage|The Legend of Kage|M
-llander|Lunar Lander|V
-lnc|Lock'n'Chase|M
-locomotn|Loco-Motion|M
-lwings|Legendary Wings|M
-mace|Mace: The Dark Age|U
-mainevt|The Main Event|S
-majtitle|Major Title|s
-mappy|Mappy|M
-marble|Marble Madness|M
-mario|Mario Bros.|M
-maxrpm|Max RPM|m
-megazone|Mega Zone|m
-mercs|Mercs|m
-mhavoc|Major Havoc|V
-midres|Midnight Resistance|M
-mikie|Mikie|M
-milliped|Millipede|M
-missile|Missile Command|M
-mk|Mortal Kombat|M
-mk2|Mortal Kombat II|M
-mk3|Mortal Kombat 3|m
-mmaze|Märchen Maze|M
-motos|Motos|m
-mpatrol|Moon Patrol|M
-mplanets|Mad Planets|m
-mrdo|Mr. Do!|M
-mrtnt|Mr. TNT|m
-mspacman|Ms. Pac-Man|M
-msword|Magic Sword|m
-mtrap|Mouse Trap|M
-mtwins|Mega Twins|m
-narc|NARC|M
-nbajam|NBA Jam|S
-nbajamte|NBA Jam Tournament Edition|S
-nemesis|Nemesis|M
-nibbler|Nibbler|M
-ninjaw|The Ninja Warriors|m
-nitedrvr|Night Driver|S
-nrallyx|New Rally-X|M
-omegrace|Omega Race|V
-opwolf|Operation Wolf|M
-outrun|Out Run|S
-outzone|Out Zone|m
-pacland|Pac-Land|M
-pacman|Pac-Man|M
-pacmania|Pac-Mania|M
-pang|Pang|M
-paperboy|Paperboy|M
-parodius|Parodius DA!|m
-pbaction|Pinball Action|m
-pbobble|Puzzle Bobble|M
-pdrift|Power Drift|S
-pengo|Pengo|M
-pepper2|Pepper II|m
-peterpak|Peter Pack Rat|m
-phoenix|Phoenix|M
-phozon|Phozon|m
-pigskin|Pigskin 621AD|S
-pingpong|Konami's Ping-Pong|S
-pitfall2|Pitfall II|M
-pleiads|Pleiads|M
-polepos|Pole Position|S
-polepos2|Pole Position II|S
-pong|Pong|P
-pongd|Pong Doubles|P
-pooyan|Pooyan|M
-popeye|Popeye|M
-profpac|Professor Pac-Man|m
-punchout|Punch-Out!!|S
-punisher|The Punisher|m
-punkshot|Punk Shot|s
-qbert|Q*bert|M
-qbertqub|Q*bert's Qubes|m
-qix|Qix|M
-qix2|Qix II: Tournament|m
-quantum|Quantum|V
-radarscp|Radar Scope|m
-raiden|Raiden|M
-rainbow|Rainbow Islands|M
-rallyx|Rally-X|M
-rampage|Rampage|M
-rampart|Rampart|M
-rastan|Rastan|M
-reactor|Reactor|m
-rebound|Rebound|P
-redbaron|Red Baron|V
-relief|Relief Pitcher|s
-renegade|Renegade|M
-revx|Revolution X|m
-ripoff|Rip Off|V
-roadblst|Road Blasters|M
-roadf|Road Fighter|m
-roadrunn|Road Runner|m
-robocop|RoboCop|M
-robotron|Robotron: 2084|M
-rocnrope|Roc'n Rope|M
-rthunder|Rolling Thunder|M
-rtype|R-Type|M
-rtype2|R-Type II|m
-rygar|Rygar|M
-salamand|Salamander|M
-sarge|Sarge|m
-scobra|Super Cobra|M
-scramble|Scramble|M
-sdi|SDI: Strategic Defense Initiative|m
-sectionz|Section Z|m
-sf2|Street Fighter II: The World Warrior|M
-sf2ce|Street Fighter II': Champion Edition|M
-sfa|Street Fighter Alpha: Warriors' Dreams|m
-shaolins|Shao-lin's Road|M
-sharrier|Space Harrier|M
-shinobi|Shinobi|M
-shollow|Satan's Hollow|M
-sidearms|Side Arms: Hyper Dyne|m
-silkworm|Silkworm|m
-simpsons|The Simpsons|M
-sinistar|Sinistar|M
-skykid|Sky Kid|M
-slammast|Saturday Night Slam Masters|s
-slapfght|Slap Fight|m
-smashtv|Smash T.V.|M
-snowbros|Snow Bros.: Nick & Tom|M
-soccer|Atari Soccer|s
-solarfox|Solar Fox|m
-solarq|Solar Quest|V
-solomon|Solomon's Key|M
-sonson|Son Son|m
-spacduel|Space Duel|V
-spacewar|Space Wars|V
-spacfury|Space Fury|V
-spdodgeb|Super Dodge Ball|S
-speedfrk|Speed Freak|v
-splat|Splat!|m
-splatter|Splatterhouse|M
-spnchout|Super Punch-Out!!|S
-sprint1|Sprint 1|s
-sprint2|Sprint 2|S
-spyhunt|Spy Hunter|M
-spyhunt2|Spy Hunter II|m
-sqbert|Faster, Harder, More Challenging Q*bert|m
-srumbler|The Speed Rumbler|m
-ssf2|Super Street Fighter II: The New Challengers|m
-ssprint|Super Sprint|S
-ssriders|Sunset Riders|M
-starcas|Star Castle|V
-starforc|Star Force|M
-stargate|Stargate|M
-starhawk|Star Hawk|v
-startrek|Star Trek|V
-starwars|Star Wars|V
-strider|Strider|M
-sundance|Sundance|V
-superpac|Super Pac-Man|M
-swimmer|Swimmer|m
-tacscan|Tac/Scan|V
-tailg|Tailgunner|V
-tapper|Tapper|M
-targ|Targ|m
-tbowl|Tecmo Bowl|S
-tdfever|TouchDown Fever|s
-tehkanwc|Tehkan World Cup|S
-tempest|Tempest|V
-term2|Terminator 2: Judgment Day|M
-terracre|Terra Cresta|M
-tetris|Tetris (Sega)|M
-thepit|The Pit|m
-thndrbld|Thunder Blade|m
-tigerh|Tiger Heli|M
-timber|Timber|m
-timeplt|Time Pilot|M
-tmnt|Teenage Mutant Ninja Turtles|M
-tmnt2|Teenage Mutant Ninja Turtles: Turtles in Time|M
-tnzs|The NewZealand Story|M
-todruaga|The Tower of Druaga|m
-toki|Toki|M
-tokio|Tokio|m
-toobin|Toobin'|M
-topspeed|Top Speed|s
-totcarn|Total Carnage|m
-tp84|Time Pilot '84|M
-trackfld|Track & Field|S
-travrusa|Traverse USA|m
-troangel|Tropical Angel|m
-trog|Trog|m
-trojan|Trojan|m
-tron|Tron|M
-truxton|Truxton|m
-tumblep|Tumble Pop|m
-turbo|Turbo|S
-tutankhm|Tutankham|M
-twincobr|Twin Cobra|M
-umk3|Ultimate Mortal Kombat 3|m
-unsquad|U.N. Squadron|m
-vball|U.S. Championship V'ball|S
-venture|Venture|M
-vigilant|Vigilante|M
-vimana|Vimana|m
-vindictr|Vindicators|m
-vulcan|Vulcan Venture|m
-vulgus|Vulgus|m
-wacko|Wacko|m
-wardner|Wardner|m
-warlords|Warlords|M
-warrior|Warrior|v
-wb3|Wonder Boy III: Monster Lair|m
-wbml|Wonder Boy in Monster Land|M
-wboy|Wonder Boy|M
-wc90|Tecmo World Cup '90|s
-wecleman|WEC Le Mans 24|s
-willow|Willow|m
-wotw|War of the Worlds|V
-wow|Wizard of Wor|M
-wrestwar|Wrestle War|s
-ws|World Stadium|s
-wwfmania|WWF WrestleMania|s
-wwfsstar|WWF Superstars|S
-wwfwfest|WWF WrestleFest|S
-xenophob|Xenophobe|m
-xevious|Xevious|M
-xmen|X-Men|M
-xybots|Xybots|m
-yiear|Yie Ar Kung-Fu|M
-zaxxon|Zaxxon|M
-zektor|Zektor|V
-zerowing|Zero Wing|M
-zookeep|Zoo Keeper|M
-zwackery|Zwackery|m
-"""
+demo, work, table = sys.argv[1], sys.argv[2], sys.argv[3]
 
 # Games of the arcade folder that get artwork, and which kinds: a few have only some kinds, so
 # the demo shows panels appearing and disappearing as the selection moves.
@@ -506,8 +61,10 @@ def quoted(rom, description):
 
 
 games = []
-for line in GAMES.strip().splitlines():
-    rom, description, where = line.split("|")
+for line in open(table, encoding="utf-8"):
+    if line.startswith("#") or not line.strip():
+        continue
+    rom, description, where = line.rstrip("\n").split("|")
     games.append((rom, description, where))
 games.sort(key=lambda g: (g[1].casefold(), g[0]))
 
@@ -559,8 +116,9 @@ with open(os.path.join(demo, "docs/README.txt"), "w") as out:
         "===================\n\n"
         "This is a cabinet with no real games in it: the ROM files are empty placeholders,\n"
         "and the Arcade Classics list runs a small demo emulator that only shows which game\n"
-        "it was asked for. Use the arrow keys to move through a list, Page Up and Page Down\n"
-        "for a page, the path keys to change lists, Enter to start a game, and Esc to leave.\n\n"
+        "it was asked for. The other lists hold vector and sports games, a few pong games for\n"
+        "a MAME installed on the system, Ultra 64 titles, and this Extras list. The keys are\n"
+        "those of omkeys.cfg; the configuration menu changes them.\n\n"
         "Everything here but the settings is made by scripts/make-demo-media.sh.\n")
 
 # Layout of the skin on the 7680 x 5760 design form: marquee over the snap at the top centre,
@@ -613,7 +171,6 @@ def wrap(text, width):
     return "\n".join(lines)
 
 def hue_colour(name, saturation, value):
-    import colorsys
     hue = (zlib.crc32(name.encode()) % 360) / 360.0
     r, g, b = colorsys.hsv_to_rgb(hue, saturation, value)
     return "0x%02X%02X%02X" % (round(r * 255), round(g * 255), round(b * 255))
@@ -693,9 +250,9 @@ while read -r rom kinds bright dark; do
         case $kind in
         snap)
             png "$out" 160x120 "$dark" "drawbox=x=6:y=16:w=148:h=88:color=$bright@0.5:t=1,\
-drawbox=x=40:y=70:w=8:h=8:color=$bright:t=fill,drawbox=x=112:y=40:w=8:h=8:color=yellow:t=fill,\
+drawbox=x=40:y=84:w=8:h=8:color=$bright:t=fill,drawbox=x=112:y=78:w=8:h=8:color=yellow:t=fill,\
 $(text "$work/score.txt" 9 white 4),$(text "$name" 14 white 30 'borderw=1:bordercolor=black'),\
-$(text "$work/coin.txt" 9 $bright 107)" ;;
+$(text "$work/coin.txt" 9 "$bright" 107)" ;;
         marquees)
             png "$out" 256x64 "$bright" "drawbox=x=0:y=0:w=iw:h=ih:color=black@0.6:t=4,\
 $(text "$name" 20 white '(h-text_h)/2' 'borderw=2:bordercolor=black')" ;;
@@ -704,9 +261,9 @@ $(text "$name" 20 white '(h-text_h)/2' 'borderw=2:bordercolor=black')" ;;
 drawbox=x=0:y=0:w=iw:h=ih:color=white:t=3,$(text "$name" 16 white 14 'borderw=1:bordercolor=black'),\
 $(text "$work/arcade.txt" 12 white 130)" ;;
         cabinets)
-            png "$out" 120x160 0xD8D8D0 "drawbox=x=28:y=8:w=64:h=150:color=$dark:t=fill,\
-drawbox=x=28:y=8:w=64:h=24:color=$bright:t=fill,drawbox=x=36:y=40:w=48:h=40:color=black:t=fill,\
-drawbox=x=32:y=92:w=56:h=10:color=$bright@0.7:t=fill,$(text "$name" 8 white 12)" ;;
+            png "$out" 120x160 0xD8D8D0 "drawbox=x=18:y=6:w=84:h=152:color=$dark:t=fill,\
+drawbox=x=18:y=6:w=84:h=28:color=$bright:t=fill,drawbox=x=28:y=42:w=64:h=46:color=black:t=fill,\
+drawbox=x=24:y=98:w=72:h=10:color=$bright@0.7:t=fill,$(text "$name" 8 white 10)" ;;
         esac
     done
 done <"$work/art.txt"
@@ -748,7 +305,7 @@ tone "$skin/start.mp3" 0.7 \
 # The intro film: the name fading in over a moving plasma, with a rising three-note chime.
 printf 'arcade front end' >"$work/tagline.txt"
 ff -f lavfi -i "color=c=black:s=320x240:r=25:d=3,format=yuv420p,\
-geq=lum='70+30*sin(X/19+T*2.1)+30*sin(Y/13-T*2.9)+20*sin((X+Y)/29+T*1.3)':\
+geq=lum='80+25*sin(X/19+T*2.1)+25*sin(Y/13-T*2.9)+15*sin((X+Y)/29+T*1.3)':\
 cb='128+40*sin(X/41-T*1.7)':cr='128+40*sin(Y/37+T*1.1)'" \
     -f lavfi -i "aevalsrc=exprs='0.3*sin(2*PI*659.25*t)*exp(-t*3)\
 +0.3*gte(t,0.35)*sin(2*PI*830.61*(t-0.35))*exp(-(t-0.35)*3)\
