@@ -1,0 +1,196 @@
+// List files: names, which paths are read, the two-field lines, the limits of the tables, the Extras
+// records, and what a damaged or missing file leaves behind.
+#include "TempHome.h"
+
+#include "catalogue/ListFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace ombrel;
+using catalogue::CatalogueContext;
+
+namespace {
+
+using Rows = std::vector<std::vector<std::string>>;
+
+// The filled rows of a table, up to the first whose column 1 is empty.
+Rows rowsOf(const catalogue::Table& table)
+{
+    Rows rows;
+    for (int r = 1; r <= table.length(); ++r) {
+        std::vector<std::string> row;
+        for (int c = 1; c <= table.columns(); ++c)
+            row.push_back(table.at(r, c));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+// A file of `count` lines "rN","Game N".
+std::string numberedLines(int count)
+{
+    std::string text;
+    for (int i = 1; i <= count; ++i)
+        text += "\"r" + std::to_string(i) + "\",\"Game " + std::to_string(i) + "\"\r\n";
+    return text;
+}
+
+class ListFilesTest : public ::testing::Test
+{
+protected:
+    CatalogueContext ctx() { return { settings, run, catalogue, files, home.path() }; }
+
+    // Reads `text` as the file of list `path` (switched on) and returns its rows.
+    Rows readList(int path, const std::string& text)
+    {
+        settings.romDir[1] = "c:\\roms\\";
+        settings.impactDir = "c:\\impact\\";
+        home.write(catalogue::listFileName(path), text);
+        run.curPath = path;
+        catalogue::makeArrays(ctx(), catalogue::listFileName(path));
+        return rowsOf(*catalogue.list(path));
+    }
+
+    test::TempHome home;
+    config::Settings settings;
+    config::RunState run;
+    catalogue::Catalogue catalogue;
+    platform::DiskFiles files;
+};
+
+TEST(ListFileNames, NamesAndSwitches)
+{
+    config::Settings settings;
+    settings.u64Dir2 = "d:\\u64b\\";
+    EXPECT_TRUE(catalogue::isPathActive(settings, config::kU64Path))
+        << "either Ultra 64 folder switches it on";
+    EXPECT_FALSE(catalogue::isPathActive(settings, config::kExtrasPath));
+
+    const std::vector<std::pair<int, std::string>> rows {
+        { 1, "l 1.lst" },
+        { 7, "l 7.lst" },
+        { 20, "l 20.lst" },
+        { 21, "l21.lst" },
+        { 26, "l26.lst" },
+        { 27, "extra.lst" },
+        { 0, "" },
+        { 28, "" },
+    };
+    for (const auto& [path, name] : rows) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(catalogue::listFileName(path), name);
+    }
+}
+
+TEST_F(ListFilesTest, TwoFieldLinesInTheirForms)
+{
+    struct Case
+    {
+        const char* name;
+        std::string text;
+        Rows expected;
+    };
+    const std::vector<Case> cases {
+        { "quoted with a comma", "\"ki\",\"Killer Instinct, Arcade\"\r\n\"pacman\",\"Pac-Man\"\r\n",
+            { { "ki", "Killer Instinct, Arcade" }, { "pacman", "Pac-Man" } } },
+        { "bare fields, LF ends", "galaga,Galaga\ndkong,Donkey Kong\n",
+            { { "galaga", "Galaga" }, { "dkong", "Donkey Kong" } } },
+        { "CR ends, no end on the last line", "a,A\rb,B", { { "a", "A" }, { "b", "B" } } },
+        { "a quote inside a description ends it", "\"mk\",\"Mortal \"Kombat\" II\"\r\n\"b\",\"B\"\r\n",
+            { { "mk", "Mortal " }, { "b", "B" } } },
+        { "empty description", "\"blank\",\"\"\r\n\"b\",\"B\"\r\n", { { "blank", "" }, { "b", "B" } } },
+        { "one-field line shifts what follows", "solo\r\nb,B\r\nc,C\r\n",
+            { { "solo", "b" }, { "B", "c" }, { "C", "" } } },
+        { "one-field last line keeps what was read", "a,A\r\nb,B\r\nlast\r\n",
+            { { "a", "A" }, { "b", "B" }, { "last", "" } } },
+        { "empty file", "", {} },
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        catalogue.games[1].clear();
+        EXPECT_EQ(readList(1, c.text), c.expected);
+    }
+}
+
+TEST_F(ListFilesTest, ListsStopAt4000RowsAndTheMasterListAt5000)
+{
+    EXPECT_EQ(readList(config::kImpactPath, numberedLines(4005)).size(), 4000u);
+    EXPECT_EQ(catalogue.games[21].at(4000, 1), "r4000");
+    EXPECT_EQ(run.gi, 4001);
+
+    home.write("gamelist.lst", numberedLines(5003));
+    ASSERT_TRUE(catalogue::readGameList(ctx()));
+    EXPECT_EQ(rowsOf(catalogue.gameList).size(), 5000u);
+    EXPECT_EQ(catalogue.gameList.at(5000, 2), "Game 5000");
+    EXPECT_EQ(run.gi, 5001);
+}
+
+TEST_F(ListFilesTest, ANewReadingOverwritesRowsAndLeavesTheRest)
+{
+    readList(1, "a,A\r\nb,B\r\nc,C\r\n");
+    EXPECT_EQ(readList(1, "x,X\r\n"), (Rows { { "x", "X" }, { "b", "B" }, { "c", "C" } }));
+}
+
+TEST_F(ListFilesTest, MissingFileIsCreatedEmptyAndAnotherCaseIsRead)
+{
+    settings.romDir[3] = "r\\";
+    settings.romDir[4] = "r\\";
+    home.write("L 4.LST", "a,A\r\n");
+
+    run.curPath = 3;
+    catalogue::makeArrays(ctx(), "l 3.lst");
+    EXPECT_TRUE(home.exists("l 3.lst"));
+    EXPECT_EQ(home.read("l 3.lst"), "");
+
+    run.curPath = 4;
+    catalogue::makeArrays(ctx(), "l 4.lst");
+    EXPECT_FALSE(home.exists("l 4.lst")) << "a file present in another case must not get a twin";
+    EXPECT_EQ(home.read("L 4.LST"), "a,A\r\n");
+    EXPECT_EQ(rowsOf(catalogue.games[4]), (Rows { { "a", "A" } }));
+}
+
+TEST_F(ListFilesTest, ExtrasRecords)
+{
+    struct Case
+    {
+        const char* name;
+        std::string fileName;
+        std::string text;
+        Rows expected;
+    };
+    const std::string record
+        = "{\r\nExe=game.exe\r\nDisplay=My Game\r\nPath=c:\\games\\\r\nOptions= -full \r\n}\r\n";
+    const std::vector<Case> cases {
+        { "labels cut by their length", "extra.lst", record,
+            { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
+        { "other labels of the same length", "extra.lst",
+            "{\r\nRun=a.exe\r\nTitle:  Snake\r\nDir: d\\\r\nArgs:   -x\r\n}\r\n",
+            { { "a.exe", "Snake", "d\\", "-x" } } },
+        { "comments between records and blanks around the brace", "extra.lst",
+            "my programs\r\n" + record
+                + "* next one\r\n  {  \r\nExe=b.exe\r\nDisplay=B\r\nPath=\r\nOptions=\r\nend\r\n",
+            { { "game.exe", "My Game", "c:\\games\\", "-full" }, { "b.exe", "B", "", "" } } },
+        { "a record cut short keeps the ones before it", "extra.lst",
+            record + "{\r\nExe=c.exe\r\nDisplay=C\r\n",
+            { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
+        { "the file in another case", "EXTRA.LST", record,
+            { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        test::TempHome caseHome;
+        catalogue::Catalogue fresh;
+        config::RunState state;
+        CatalogueContext context { settings, state, fresh, files, caseHome.path() };
+        caseHome.write(c.fileName, c.text);
+        state.curPath = config::kExtrasPath;
+        catalogue::makeArrays(context, "Extra.lst");
+        EXPECT_TRUE(state.fileFound);
+        EXPECT_EQ(rowsOf(fresh.extras), c.expected);
+    }
+}
+
+} // namespace
