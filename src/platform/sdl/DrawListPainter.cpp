@@ -1,0 +1,298 @@
+// DrawListPainter: fills, frames, pictures and text through an SDL_Renderer, with texture caches.
+#include "platform/sdl/DrawListPainter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace ombrel::platform::sdl {
+namespace {
+
+using runtime::DrawCommand;
+using runtime::PixelRect;
+using runtime::PixelSize;
+
+constexpr size_t kMaxPictureTextures = 160;
+constexpr size_t kMaxLineTextures = 512;
+// Coordinates beyond this are damage, not layout; keeping within it keeps every sum below in range.
+constexpr int kMaxCoordinate = 1 << 24;
+
+bool sane(const PixelRect& r)
+{
+    return r.x >= -kMaxCoordinate && r.x <= kMaxCoordinate && r.y >= -kMaxCoordinate && r.y <= kMaxCoordinate
+        && r.w <= kMaxCoordinate && r.h <= kMaxCoordinate;
+}
+
+PixelRect intersect(const PixelRect& a, const PixelRect& b)
+{
+    const int x0 = std::max(a.x, b.x);
+    const int y0 = std::max(a.y, b.y);
+    const int x1 = std::min(a.x + a.w, b.x + b.w);
+    const int y1 = std::min(a.y + a.h, b.y + b.h);
+    if (x1 <= x0 || y1 <= y0)
+        return {};
+    return { x0, y0, x1 - x0, y1 - y0 };
+}
+
+SDL_Rect toSdl(const PixelRect& r)
+{
+    return SDL_Rect { r.x, r.y, r.w, r.h };
+}
+
+// Lines of a text: its own line breaks, and with wrap, breaks at blanks so each line fits width.
+std::vector<std::string> splitLines(SdlFonts& fonts, const DrawCommand& cmd)
+{
+    std::vector<std::string> lines;
+    std::string current;
+    auto flush = [&] {
+        if (!current.empty() && current.back() == '\r')
+            current.pop_back();
+        lines.push_back(std::move(current));
+        current.clear();
+    };
+    for (char c : cmd.text) {
+        if (c == '\n')
+            flush();
+        else
+            current.push_back(c);
+    }
+    flush();
+    if (!cmd.wrap)
+        return lines;
+
+    std::vector<std::string> wrapped;
+    for (const std::string& line : lines) {
+        std::string out;
+        size_t pos = 0;
+        while (pos <= line.size()) {
+            size_t blank = line.find(' ', pos);
+            if (blank == std::string::npos)
+                blank = line.size();
+            std::string word = line.substr(pos, blank - pos);
+            std::string candidate = out.empty() ? word : out + " " + word;
+            // A word wider than the box stays whole on a line of its own.
+            if (!out.empty() && fonts.measure(cmd.font, candidate).w > cmd.rect.w) {
+                wrapped.push_back(std::move(out));
+                out = std::move(word);
+            } else {
+                out = std::move(candidate);
+            }
+            pos = blank + 1;
+        }
+        wrapped.push_back(std::move(out));
+    }
+    return wrapped;
+}
+
+} // namespace
+
+DrawListPainter::Texture* DrawListPainter::TextureCache::find(const std::string& key)
+{
+    auto it = entries.find(key);
+    if (it == entries.end())
+        return nullptr;
+    lru.splice(lru.begin(), lru, it->second.lru);
+    return &it->second;
+}
+
+DrawListPainter::Texture& DrawListPainter::TextureCache::insert(const std::string& key, Texture texture)
+{
+    if (auto it = entries.find(key); it != entries.end()) {
+        lru.erase(it->second.lru);
+        entries.erase(it);
+    }
+    while (entries.size() >= maxEntries && !lru.empty()) {
+        entries.erase(lru.back());
+        lru.pop_back();
+    }
+    lru.push_front(key);
+    texture.lru = lru.begin();
+    return entries.emplace(key, std::move(texture)).first->second;
+}
+
+DrawListPainter::DrawListPainter(SDL_Renderer* renderer, SdlFonts& fonts, SdlImages& images)
+    : m_renderer(renderer)
+    , m_fonts(fonts)
+    , m_images(images)
+{
+    m_pictures.maxEntries = kMaxPictureTextures;
+    m_lines.maxEntries = kMaxLineTextures;
+}
+
+PixelRect DrawListPainter::placeImage(runtime::ImageFit fit, const PixelRect& rect, PixelSize picture)
+{
+    switch (fit) {
+    case runtime::ImageFit::Stretch:
+        return rect;
+    case runtime::ImageFit::Natural:
+        return { rect.x, rect.y, picture.w, picture.h };
+    case runtime::ImageFit::Contain:
+        break;
+    }
+    if (picture.w <= 0 || picture.h <= 0 || rect.w <= 0 || rect.h <= 0)
+        return { rect.x, rect.y, 0, 0 };
+    const double scale
+        = std::min(static_cast<double>(rect.w) / picture.w, static_cast<double>(rect.h) / picture.h);
+    const int w = std::clamp(static_cast<int>(std::lround(picture.w * scale)), 1, rect.w);
+    const int h = std::clamp(static_cast<int>(std::lround(picture.h * scale)), 1, rect.h);
+    return { rect.x + (rect.w - w) / 2, rect.y + (rect.h - h) / 2, w, h };
+}
+
+void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen)
+{
+    SDL_RenderSetClipRect(m_renderer, nullptr);
+    SDL_SetRenderDrawBlendMode(m_renderer, SDL_BLENDMODE_NONE);
+    SDL_SetRenderDrawColor(m_renderer, 0, 0, 0, 255);
+    SDL_RenderClear(m_renderer);
+
+    const PixelRect whole { 0, 0, screen.w, screen.h };
+    for (const DrawCommand& cmd : frame) {
+        if (!sane(cmd.rect) || !sane(cmd.clip))
+            continue;
+        const PixelRect clip = intersect(cmd.clip, whole);
+        if (clip.w <= 0)
+            continue;
+        const SDL_Rect sdlClip = toSdl(clip);
+        SDL_RenderSetClipRect(m_renderer, &sdlClip);
+        switch (cmd.kind) {
+        case DrawCommand::Kind::Fill:
+            fill(cmd);
+            break;
+        case DrawCommand::Kind::Frame:
+            this->frame(cmd);
+            break;
+        case DrawCommand::Kind::Image:
+            image(cmd);
+            break;
+        case DrawCommand::Kind::Text:
+            text(cmd);
+            break;
+        // FIXME: films show their sound only until the film player brings pictures; the view's own
+        // background stands in for them.
+        case DrawCommand::Kind::Film:
+            break;
+        }
+    }
+    SDL_RenderSetClipRect(m_renderer, nullptr);
+}
+
+void DrawListPainter::fill(const DrawCommand& cmd)
+{
+    if (cmd.rect.w <= 0 || cmd.rect.h <= 0)
+        return;
+    const SDL_Color c = sdlColour(cmd.colour);
+    SDL_SetRenderDrawBlendMode(m_renderer, SDL_BLENDMODE_NONE);
+    SDL_SetRenderDrawColor(m_renderer, c.r, c.g, c.b, 255);
+    const SDL_Rect r = toSdl(cmd.rect);
+    SDL_RenderFillRect(m_renderer, &r);
+}
+
+void DrawListPainter::frame(const DrawCommand& cmd)
+{
+    const PixelRect& r = cmd.rect;
+    if (r.w <= 0 || r.h <= 0)
+        return;
+    // The border lies inside the rectangle; one wider than half of it fills it.
+    const int lw = std::clamp(cmd.lineWidth, 1, kMaxCoordinate);
+    const SDL_Color c = sdlColour(cmd.colour);
+    SDL_SetRenderDrawBlendMode(m_renderer, SDL_BLENDMODE_NONE);
+    SDL_SetRenderDrawColor(m_renderer, c.r, c.g, c.b, 255);
+    if (lw * 2 >= r.w || lw * 2 >= r.h) {
+        const SDL_Rect all = toSdl(r);
+        SDL_RenderFillRect(m_renderer, &all);
+        return;
+    }
+    const SDL_Rect sides[4] = {
+        { r.x, r.y, r.w, lw },
+        { r.x, r.y + r.h - lw, r.w, lw },
+        { r.x, r.y + lw, lw, r.h - 2 * lw },
+        { r.x + r.w - lw, r.y + lw, lw, r.h - 2 * lw },
+    };
+    SDL_RenderFillRects(m_renderer, sides, 4);
+}
+
+DrawListPainter::Texture* DrawListPainter::pictureTexture(const std::string& path)
+{
+    SharedSurface surface = m_images.picture(path);
+    if (!surface)
+        return nullptr;
+    if (Texture* cached = m_pictures.find(path)) {
+        const bool same = !cached->source.owner_before(surface) && !surface.owner_before(cached->source);
+        if (same)
+            return cached;
+    }
+    TexturePtr texture(SDL_CreateTextureFromSurface(m_renderer, surface.get()));
+    if (!texture)
+        return nullptr;
+    SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
+    SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
+    Texture entry;
+    entry.texture = std::move(texture);
+    entry.size = { surface->w, surface->h };
+    entry.source = surface;
+    return &m_pictures.insert(path, std::move(entry));
+}
+
+void DrawListPainter::image(const DrawCommand& cmd)
+{
+    Texture* texture = pictureTexture(cmd.path);
+    if (!texture)
+        return;
+    const PixelRect place = placeImage(cmd.fit, cmd.rect, texture->size);
+    if (place.w <= 0 || place.h <= 0)
+        return;
+    const SDL_Rect dst = toSdl(place);
+    SDL_RenderCopy(m_renderer, texture->texture.get(), nullptr, &dst);
+}
+
+void DrawListPainter::text(const DrawCommand& cmd)
+{
+    if (cmd.text.empty())
+        return;
+    const int step = std::max(m_fonts.lineHeight(cmd.font), 1);
+    const int bottom = cmd.clip.y + cmd.clip.h;
+    int y = cmd.rect.y;
+    for (const std::string& line : splitLines(m_fonts, cmd)) {
+        // Lines below the box are clipped away; drawing them would only cost.
+        if (y >= bottom)
+            break;
+        textLine(cmd, line, y);
+        y += step;
+    }
+}
+
+void DrawListPainter::textLine(const DrawCommand& cmd, const std::string& line, int y)
+{
+    if (line.empty())
+        return;
+    std::string key = cmd.font.name;
+    key += '\x1f';
+    key += std::to_string(SdlFonts::pixelSize(cmd.font.sizePt));
+    key += cmd.font.bold ? 'b' : 'r';
+    key += std::to_string(cmd.colour & 0xFFFFFFu);
+    key += '\x1f';
+    key += line;
+    Texture* texture = m_lines.find(key);
+    if (!texture) {
+        SurfacePtr surface = m_fonts.renderLine(cmd.font, line, cmd.colour);
+        if (!surface)
+            return;
+        TexturePtr made(SDL_CreateTextureFromSurface(m_renderer, surface.get()));
+        if (!made)
+            return;
+        SDL_SetTextureBlendMode(made.get(), SDL_BLENDMODE_BLEND);
+        Texture entry;
+        entry.texture = std::move(made);
+        entry.size = { surface->w, surface->h };
+        texture = &m_lines.insert(key, std::move(entry));
+    }
+    int x = cmd.rect.x;
+    if (cmd.align == runtime::TextAlign::Right)
+        x = cmd.rect.x + cmd.rect.w - texture->size.w;
+    else if (cmd.align == runtime::TextAlign::Center)
+        x = cmd.rect.x + (cmd.rect.w - texture->size.w) / 2;
+    const SDL_Rect dst { x, y, texture->size.w, texture->size.h };
+    SDL_RenderCopy(m_renderer, texture->texture.get(), nullptr, &dst);
+}
+
+} // namespace ombrel::platform::sdl

@@ -1,0 +1,65 @@
+// DrawListPainter: paints a DrawList through an SDL_Renderer, the same way into a window or a surface.
+#pragma once
+
+#include "platform/sdl/SdlFonts.h"
+#include "platform/sdl/SdlHandles.h"
+#include "platform/sdl/SdlImages.h"
+#include "runtime/DrawList.h"
+
+#include <cstddef>
+#include <list>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+namespace ombrel::platform::sdl {
+
+// Paints frames with one SDL_Renderer. It keeps the textures it made (pictures by path, lines of text
+// by font, colour and text) so that a frame like the last one costs little.
+class DrawListPainter
+{
+public:
+    DrawListPainter(SDL_Renderer* renderer, SdlFonts& fonts, SdlImages& images);
+    DrawListPainter(const DrawListPainter&) = delete;
+    DrawListPainter& operator=(const DrawListPainter&) = delete;
+
+    // Clears the target to black, then paints the commands bottom to top. Does not present.
+    void paint(const runtime::DrawList& frame, runtime::PixelSize screen);
+
+    // Where a picture of the given size goes when fitted into rect.
+    static runtime::PixelRect placeImage(
+        runtime::ImageFit fit, const runtime::PixelRect& rect, runtime::PixelSize picture);
+
+private:
+    struct Texture
+    {
+        TexturePtr texture;
+        runtime::PixelSize size;
+        std::weak_ptr<SDL_Surface> source; // the decoded picture it was made from
+        std::list<std::string>::iterator lru;
+    };
+    // Textures by key, the least recently used dropped past a count.
+    struct TextureCache
+    {
+        std::unordered_map<std::string, Texture> entries;
+        std::list<std::string> lru;
+        size_t maxEntries = 0;
+        Texture* find(const std::string& key);
+        Texture& insert(const std::string& key, Texture texture);
+    };
+
+    void fill(const runtime::DrawCommand& cmd);
+    void frame(const runtime::DrawCommand& cmd);
+    void image(const runtime::DrawCommand& cmd);
+    void text(const runtime::DrawCommand& cmd);
+    void textLine(const runtime::DrawCommand& cmd, const std::string& line, int y);
+    Texture* pictureTexture(const std::string& path);
+
+    SDL_Renderer* m_renderer;
+    SdlFonts& m_fonts;
+    SdlImages& m_images;
+    TextureCache m_pictures;
+    TextureCache m_lines;
+};
+
+} // namespace ombrel::platform::sdl

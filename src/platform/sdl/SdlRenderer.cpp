@@ -1,0 +1,166 @@
+// SdlRenderer: window and offscreen targets, presenting frames, screenshots to PNG.
+#include "platform/sdl/SdlRenderer.h"
+
+#include <SDL_image.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace ombrel::platform::sdl {
+namespace {
+
+constexpr int kMaxSide = 16384;
+
+runtime::PixelSize saneSize(runtime::PixelSize size)
+{
+    return { std::clamp(size.w, 1, kMaxSide), std::clamp(size.h, 1, kMaxSide) };
+}
+
+SurfacePtr makeSurface(runtime::PixelSize size)
+{
+    return SurfacePtr(SDL_CreateRGBSurfaceWithFormat(0, size.w, size.h, 32, SDL_PIXELFORMAT_RGB888));
+}
+
+} // namespace
+
+SdlRenderer::SdlRenderer(SdlFonts& fonts, SdlImages& images)
+    : m_fonts(fonts)
+    , m_images(images)
+{
+}
+
+SdlRenderer::~SdlRenderer() = default;
+
+std::unique_ptr<SdlRenderer> SdlRenderer::openWindow(
+    const WindowOptions& options, SdlFonts& fonts, SdlImages& images, std::string& error)
+{
+    std::unique_ptr<SdlRenderer> self(new SdlRenderer(fonts, images));
+    self->m_video = std::make_unique<SdlSubsystems>(SDL_INIT_VIDEO);
+    if (!self->m_video->ok()) {
+        error = std::string("cannot start SDL video: ") + SDL_GetError();
+        return nullptr;
+    }
+    runtime::PixelSize size = saneSize(options.size);
+    Uint32 flags = SDL_WINDOW_SHOWN;
+    if (!options.windowed) {
+        SDL_DisplayMode desktop;
+        if (SDL_GetDesktopDisplayMode(0, &desktop) == 0)
+            size = saneSize({ desktop.w, desktop.h });
+        flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
+    }
+    self->m_window.reset(SDL_CreateWindow(
+        options.title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, size.w, size.h, flags));
+    if (!self->m_window) {
+        error = std::string("cannot open a window: ") + SDL_GetError();
+        return nullptr;
+    }
+    self->m_renderer.reset(SDL_CreateRenderer(self->m_window.get(), -1, SDL_RENDERER_ACCELERATED));
+    if (!self->m_renderer)
+        self->m_renderer.reset(SDL_CreateRenderer(self->m_window.get(), -1, SDL_RENDERER_SOFTWARE));
+    if (!self->m_renderer) {
+        error = std::string("cannot draw in the window: ") + SDL_GetError();
+        return nullptr;
+    }
+    int w = 0;
+    int h = 0;
+    SDL_GetWindowSize(self->m_window.get(), &w, &h);
+    self->m_size = saneSize({ w, h });
+    self->m_painter = std::make_unique<DrawListPainter>(self->m_renderer.get(), fonts, images);
+    return self;
+}
+
+std::unique_ptr<SdlRenderer> SdlRenderer::offscreen(
+    runtime::PixelSize size, SdlFonts& fonts, SdlImages& images)
+{
+    std::unique_ptr<SdlRenderer> self(new SdlRenderer(fonts, images));
+    if (!self->makeTarget(saneSize(size)))
+        return nullptr;
+    return self;
+}
+
+bool SdlRenderer::makeTarget(runtime::PixelSize size)
+{
+    SurfacePtr target = makeSurface(size);
+    if (!target)
+        return false;
+    RendererPtr renderer(SDL_CreateSoftwareRenderer(target.get()));
+    if (!renderer)
+        return false;
+    m_painter.reset();
+    m_renderer = std::move(renderer);
+    m_target = std::move(target);
+    m_size = size;
+    m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), m_fonts, m_images);
+    return true;
+}
+
+void SdlRenderer::setScreenSize(runtime::PixelSize size)
+{
+    size = saneSize(size);
+    if (size == m_size)
+        return;
+    if (!m_window) {
+        makeTarget(size);
+        return;
+    }
+    // A full-screen window follows the desktop by itself; a plain one takes the new size.
+    if (!(SDL_GetWindowFlags(m_window.get()) & SDL_WINDOW_FULLSCREEN_DESKTOP))
+        SDL_SetWindowSize(m_window.get(), size.w, size.h);
+    m_size = size;
+}
+
+void SdlRenderer::present(const runtime::DrawList& frame)
+{
+    m_lastFrame = frame;
+    repaint();
+}
+
+void SdlRenderer::repaint()
+{
+    if (!m_painter)
+        return;
+    m_painter->paint(m_lastFrame, m_size);
+    if (m_window)
+        SDL_RenderPresent(m_renderer.get());
+    else
+        SDL_RenderFlush(m_renderer.get());
+}
+
+std::string SdlRenderer::screenshot(const runtime::DrawList& frame, const std::string& pngPath)
+{
+    SurfacePtr target = makeSurface(m_size);
+    if (!target)
+        return std::string("cannot make a picture of the screen: ") + SDL_GetError();
+    {
+        RendererPtr renderer(SDL_CreateSoftwareRenderer(target.get()));
+        if (!renderer)
+            return std::string("cannot make a picture of the screen: ") + SDL_GetError();
+        DrawListPainter painter(renderer.get(), m_fonts, m_images);
+        painter.paint(frame, m_size);
+        SDL_RenderFlush(renderer.get());
+    }
+    // Written beside the target and renamed over it, so no reader ever sees half a picture.
+    const std::string temp = pngPath + ".part";
+    if (IMG_SavePNG(target.get(), temp.c_str()) != 0) {
+        std::string message = "cannot write " + pngPath + ": " + SDL_GetError();
+        std::error_code ec;
+        std::filesystem::remove(temp, ec);
+        return message;
+    }
+    std::error_code ec;
+    std::filesystem::rename(temp, pngPath, ec);
+    if (ec) {
+        std::filesystem::remove(temp, ec);
+        return "cannot write " + pngPath + ": " + ec.message();
+    }
+    return {};
+}
+
+void SdlRenderer::setPointerVisible(bool visible)
+{
+    m_pointerVisible = visible;
+    if (m_window)
+        SDL_ShowCursor(visible ? SDL_ENABLE : SDL_DISABLE);
+}
+
+} // namespace ombrel::platform::sdl

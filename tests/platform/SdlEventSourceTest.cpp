@@ -1,0 +1,161 @@
+// Tests of SDL events turned into the runtime's input, and of waking a waiting loop.
+#include "platform/sdl/SdlEventSource.h"
+
+#include "platform/sdl/RealClock.h"
+#include "runtime/EventLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+namespace ombrel::platform::sdl {
+namespace {
+
+using runtime::InputEvent;
+using runtime::InputKind;
+
+SDL_Event keyEvent(Uint32 type, SDL_Keycode key, SDL_Scancode scancode, Uint16 mod, bool repeat = false)
+{
+    SDL_Event event {};
+    event.type = type;
+    event.key.keysym.sym = key;
+    event.key.keysym.scancode = scancode;
+    event.key.keysym.mod = mod;
+    event.key.repeat = repeat ? 1 : 0;
+    return event;
+}
+
+SDL_Event buttonEvent(Uint32 type, Uint8 button, Uint8 clicks, int x, int y)
+{
+    SDL_Event event {};
+    event.type = type;
+    event.button.button = button;
+    event.button.clicks = clicks;
+    event.button.x = x;
+    event.button.y = y;
+    return event;
+}
+
+SDL_Event windowEvent(Uint8 what)
+{
+    SDL_Event event {};
+    event.type = SDL_WINDOWEVENT;
+    event.window.event = what;
+    return event;
+}
+
+TEST(SdlEventSource, Translation)
+{
+    SdlEventSource source;
+    SDL_Event motion {};
+    motion.type = SDL_MOUSEMOTION;
+    motion.motion.x = 300;
+    motion.motion.y = 200;
+    motion.motion.state = SDL_BUTTON_LMASK | SDL_BUTTON_MMASK;
+    SDL_Event quit {};
+    quit.type = SDL_QUIT;
+
+    const struct
+    {
+        const char* name;
+        SDL_Event event;
+        InputKind kind;
+        int vk, shift, button, clicks, x, y;
+    } rows[] = {
+        { "keyDown", keyEvent(SDL_KEYDOWN, SDLK_DOWN, SDL_SCANCODE_DOWN, KMOD_LSHIFT), InputKind::KeyDown, 40,
+            1, 1, 1, 0, 0 },
+        { "repeatIsAnotherDown", keyEvent(SDL_KEYDOWN, SDLK_DOWN, SDL_SCANCODE_DOWN, KMOD_NONE, true),
+            InputKind::KeyDown, 40, 0, 1, 1, 0, 0 },
+        { "keyUp", keyEvent(SDL_KEYUP, SDLK_1, SDL_SCANCODE_1, KMOD_RCTRL | KMOD_LALT), InputKind::KeyUp, 49,
+            6, 1, 1, 0, 0 },
+        { "leftDown", buttonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 1, 10, 20), InputKind::MouseDown, 0,
+            0, 1, 1, 10, 20 },
+        { "secondPressIsDouble", buttonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 2, 10, 20),
+            InputKind::MouseDown, 0, 0, 1, 2, 10, 20 },
+        { "thirdPressIsSingle", buttonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 3, 10, 20),
+            InputKind::MouseDown, 0, 0, 1, 1, 10, 20 },
+        { "rightUp", buttonEvent(SDL_MOUSEBUTTONUP, SDL_BUTTON_RIGHT, 1, 5, 6), InputKind::MouseUp, 0, 0, 2,
+            1, 5, 6 },
+        { "motionWithHeldButtons", motion, InputKind::MouseMove, 0, 0, 5, 1, 300, 200 },
+        { "focusLost", windowEvent(SDL_WINDOWEVENT_FOCUS_LOST), InputKind::FocusLost, 0, 0, 1, 1, 0, 0 },
+        { "focusGained", windowEvent(SDL_WINDOWEVENT_FOCUS_GAINED), InputKind::FocusGained, 0, 0, 1, 1, 0,
+            0 },
+        { "quit", quit, InputKind::Quit, 0, 0, 1, 1, 0, 0 },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto input = source.translate(row.event);
+        ASSERT_TRUE(input);
+        EXPECT_EQ(input->kind, row.kind);
+        EXPECT_EQ(input->vk, row.vk);
+        if (row.kind == InputKind::KeyDown || row.kind == InputKind::KeyUp) {
+            EXPECT_EQ(input->shift, row.shift);
+        }
+        EXPECT_EQ(input->button, row.button);
+        EXPECT_EQ(input->clicks, row.clicks);
+        EXPECT_EQ(input->x, row.x);
+        EXPECT_EQ(input->y, row.y);
+    }
+
+    SDL_Event text {};
+    text.type = SDL_TEXTINPUT;
+    EXPECT_FALSE(source.translate(text));
+    EXPECT_FALSE(source.translate(keyEvent(SDL_KEYDOWN, SDLK_AUDIOPLAY, SDL_SCANCODE_AUDIOPLAY, 0)));
+    EXPECT_FALSE(source.translate(buttonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_X1, 1, 0, 0)));
+    EXPECT_FALSE(source.translate(windowEvent(SDL_WINDOWEVENT_MOVED)));
+}
+
+// Events queued in SDL reach the loop's input handler in their order; a wake-up is no input.
+TEST(SdlEventSource, QueuedEventsReachTheLoop)
+{
+    SdlEventSource source;
+    RealClock clock;
+    runtime::EventLoop loop(clock);
+    loop.setSource(&source);
+    std::vector<InputEvent> seen;
+    loop.setInputHandler([&](const InputEvent& e) { seen.push_back(e); });
+
+    SDL_Event down = keyEvent(SDL_KEYDOWN, SDLK_RETURN, SDL_SCANCODE_RETURN, 0);
+    SDL_Event up = keyEvent(SDL_KEYUP, SDLK_RETURN, SDL_SCANCODE_RETURN, 0);
+    SDL_PushEvent(&down);
+    source.wake();
+    SDL_PushEvent(&up);
+    loop.doEvents();
+    ASSERT_EQ(seen.size(), 2u);
+    EXPECT_EQ(seen[0].kind, InputKind::KeyDown);
+    EXPECT_EQ(seen[0].vk, 13);
+    EXPECT_EQ(seen[1].kind, InputKind::KeyUp);
+}
+
+// A task posted from another thread ends a wait that has no deadline.
+TEST(SdlEventSource, PostedTaskEndsAnEndlessWait)
+{
+    SdlEventSource source;
+    RealClock clock;
+    runtime::EventLoop loop(clock);
+    loop.setSource(&source);
+    source.poll(loop); // drop whatever an earlier test left in SDL's queue
+    bool ran = false;
+    std::thread poster([&] { loop.postTask([&] { ran = true; }); });
+    poster.join();
+    EXPECT_TRUE(source.wait(loop, std::nullopt));
+    loop.doEvents();
+    EXPECT_TRUE(ran);
+}
+
+TEST(SdlEventSource, ExposeAsksForARepaint)
+{
+    SdlEventSource source;
+    RealClock clock;
+    runtime::EventLoop loop(clock);
+    int repaints = 0;
+    source.onExposed = [&] { ++repaints; };
+    SDL_Event exposed = windowEvent(SDL_WINDOWEVENT_EXPOSED);
+    SDL_PushEvent(&exposed);
+    source.poll(loop);
+    EXPECT_EQ(repaints, 1);
+}
+
+} // namespace
+} // namespace ombrel::platform::sdl
