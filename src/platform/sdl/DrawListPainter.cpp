@@ -167,13 +167,34 @@ void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen)
         case DrawCommand::Kind::Text:
             text(cmd);
             break;
-        // FIXME: films show their sound only until the film player brings pictures; the view's own
-        // background stands in for them.
         case DrawCommand::Kind::Film:
+            film(cmd);
             break;
         }
     }
     SDL_RenderSetClipRect(m_renderer, nullptr);
+}
+
+void DrawListPainter::film(const DrawCommand& cmd)
+{
+    if (!m_films)
+        return;
+    FilmTexture& shown = m_filmTextures[cmd.text];
+    FilmFrames::Frame frame;
+    if (m_films->newer(cmd.text, shown.serial, frame) && frame.size.w > 0 && frame.size.h > 0) {
+        if (!shown.texture || !(shown.size == frame.size)) {
+            shown.texture.reset(SDL_CreateTexture(m_renderer, SDL_PIXELFORMAT_RGBA32, SDL_TEXTUREACCESS_STREAMING,
+                frame.size.w, frame.size.h));
+            shown.size = frame.size;
+        }
+        if (shown.texture)
+            SDL_UpdateTexture(shown.texture.get(), nullptr, frame.rgba.data(), frame.size.w * 4);
+        shown.serial = frame.serial;
+    }
+    if (!shown.texture || !m_films->has(cmd.text))
+        return;
+    const SDL_Rect dst = toSdl(placeImage(runtime::ImageFit::Contain, cmd.rect, shown.size));
+    SDL_RenderCopy(m_renderer, shown.texture.get(), nullptr, &dst);
 }
 
 void DrawListPainter::fill(const DrawCommand& cmd)

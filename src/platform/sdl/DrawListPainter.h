@@ -1,6 +1,7 @@
 // DrawListPainter: paints a DrawList through an SDL_Renderer, the same way into a window or a surface.
 #pragma once
 
+#include "platform/sdl/FilmFrames.h"
 #include "platform/sdl/SdlFonts.h"
 #include "platform/sdl/SdlHandles.h"
 #include "platform/sdl/SdlImages.h"
@@ -22,6 +23,9 @@ public:
     DrawListPainter(SDL_Renderer* renderer, SdlFonts& fonts, SdlImages& images);
     DrawListPainter(const DrawListPainter&) = delete;
     DrawListPainter& operator=(const DrawListPainter&) = delete;
+
+    // Where the pictures of playing films come from (none: films show as their black box).
+    void setFilms(FilmFrames* films) { m_films = films; }
 
     // Clears the target to black, then paints the commands bottom to top. Does not present.
     void paint(const runtime::DrawList& frame, runtime::PixelSize screen);
@@ -52,6 +56,7 @@ private:
     void frame(const runtime::DrawCommand& cmd);
     void image(const runtime::DrawCommand& cmd);
     void text(const runtime::DrawCommand& cmd);
+    void film(const runtime::DrawCommand& cmd);
     void textLine(const runtime::DrawCommand& cmd, const std::string& line, int y);
     Texture* pictureTexture(const std::string& path);
 
@@ -60,6 +65,13 @@ private:
     SdlImages& m_images;
     TextureCache m_pictures;
     TextureCache m_lines;
+    FilmFrames* m_films = nullptr;
+    struct FilmTexture {
+        TexturePtr texture;
+        runtime::PixelSize size;
+        uint64_t serial = 0;
+    };
+    std::unordered_map<std::string, FilmTexture> m_filmTextures;
 };
 
 } // namespace ombrel::platform::sdl

@@ -66,6 +66,7 @@ std::unique_ptr<SdlRenderer> SdlRenderer::openWindow(
     SDL_GetWindowSize(self->m_window.get(), &w, &h);
     self->m_size = saneSize({ w, h });
     self->m_painter = std::make_unique<DrawListPainter>(self->m_renderer.get(), fonts, images);
+    self->m_painter->setFilms(self->m_films);
     return self;
 }
 
@@ -91,6 +92,7 @@ bool SdlRenderer::makeTarget(runtime::PixelSize size)
     m_target = std::move(target);
     m_size = size;
     m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), m_fonts, m_images);
+    m_painter->setFilms(m_films);
     return true;
 }
 
@@ -136,6 +138,7 @@ std::string SdlRenderer::screenshot(const runtime::DrawList& frame, const std::s
         if (!renderer)
             return std::string("cannot make a picture of the screen: ") + SDL_GetError();
         DrawListPainter painter(renderer.get(), m_fonts, m_images);
+        painter.setFilms(m_films);
         painter.paint(frame, m_size);
         SDL_RenderFlush(renderer.get());
     }
@@ -161,6 +164,17 @@ void SdlRenderer::setPointerVisible(bool visible)
     m_pointerVisible = visible;
     if (m_window)
         SDL_ShowCursor(visible ? SDL_ENABLE : SDL_DISABLE);
+}
+
+} // namespace ombrel::platform::sdl
+
+namespace ombrel::platform::sdl {
+
+void SdlRenderer::setFilms(FilmFrames* films)
+{
+    m_films = films;
+    if (m_painter)
+        m_painter->setFilms(films);
 }
 
 } // namespace ombrel::platform::sdl

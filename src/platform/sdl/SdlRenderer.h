@@ -44,6 +44,8 @@ public:
 
     // Shows the last frame again: the window was uncovered or resized.
     void repaint();
+    // Where playing films' pictures come from.
+    void setFilms(FilmFrames* films);
 
     bool pointerVisible() const { return m_pointerVisible; }
     // The window, or null offscreen.
@@ -67,6 +69,7 @@ private:
     SurfacePtr m_target;
     RendererPtr m_renderer;
     std::unique_ptr<DrawListPainter> m_painter;
+    FilmFrames* m_films = nullptr;
 };
 
 } // namespace ombrel::platform::sdl
