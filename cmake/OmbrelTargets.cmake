@@ -19,8 +19,11 @@ function(ombrel_library)
   ombrel_common_props(ombrel_${ARG_NAME})
 endfunction()
 
+# The built demo emulator (tools/demoemu), which tests copy where a cabinet expects its emulator.
+set(OMBREL_DEMOEMU_PATH "$<TARGET_FILE:demoemu>")
+
 set(OMBREL_TEST_ENV
-  "SDL_VIDEODRIVER=dummy;SDL_AUDIODRIVER=dummy;FONTCONFIG_FILE=${PROJECT_SOURCE_DIR}/tests/support/fonts.conf;OMBREL_SOURCE_DIR=${PROJECT_SOURCE_DIR}")
+  "SDL_VIDEODRIVER=dummy;SDL_AUDIODRIVER=dummy;FONTCONFIG_FILE=${PROJECT_SOURCE_DIR}/tests/support/fonts.conf;OMBREL_SOURCE_DIR=${PROJECT_SOURCE_DIR};DEMOEMU=${OMBREL_DEMOEMU_PATH}")
 
 # ombrel_test(NAME <exe> SOURCES ... LIBS ... [LABELS ...])
 function(ombrel_test)
@@ -31,8 +34,11 @@ function(ombrel_test)
   add_executable(${ARG_NAME} ${ARG_SOURCES})
   target_link_libraries(${ARG_NAME} PRIVATE ${ARG_LIBS} ombrel_test_support GTest::gtest_main GTest::gmock)
   ombrel_common_props(${ARG_NAME})
+  # NOTE: gtest_discover_tests flattens list-valued PROPERTIES, so an ENVIRONMENT list would swallow the
+  # properties after it; the test environment is set by running each test (and its discovery) under env.
+  set_target_properties(${ARG_NAME} PROPERTIES CROSSCOMPILING_EMULATOR "env;${OMBREL_TEST_ENV}")
   gtest_discover_tests(${ARG_NAME}
     DISCOVERY_MODE PRE_TEST
     WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
-    PROPERTIES ENVIRONMENT "${OMBREL_TEST_ENV}" TIMEOUT 120 LABELS "${ARG_LABELS}")
+    PROPERTIES TIMEOUT 120 LABELS "${ARG_LABELS}")
 endfunction()

@@ -1,0 +1,143 @@
+// main: reads the command line, builds the real or the replay platform, and runs the program on it.
+#include "app/RealPlatform.h"
+#include "config/SettingsCheck.h"
+#include "replay/ReplayPlatform.h"
+#include "replay/ReplayScript.h"
+#include "startup/Application.h"
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <system_error>
+
+namespace {
+
+constexpr const char* kUsage = "usage: ombrel [--home DIR] [--replay SCRIPT] [--trace FILE] [--windowed] [--check]\n"
+                               "  --home DIR       the cabinet's folder (default: the folder of the program)\n"
+                               "  --replay SCRIPT  run headless on a virtual clock, driven by SCRIPT\n"
+                               "  --trace FILE     write every observable effect to FILE (\"-\": standard output)\n"
+                               "  --windowed       a window instead of the whole screen\n"
+                               "  --check          report how ombrel.ini is read, then stop\n";
+
+struct Options {
+    std::string home;
+    std::string replay;
+    std::string trace;
+    bool windowed = false;
+    bool check = false;
+};
+
+// Exit codes: 2 for a wrong command line or replay script, 1 when the program cannot start.
+constexpr int kUsageError = 2;
+constexpr int kStartError = 1;
+
+std::optional<Options> parseArguments(int argc, char** argv)
+{
+    Options options;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        auto value = [&](std::string& out) {
+            if (i + 1 >= argc)
+                return false;
+            out = argv[++i];
+            return !out.empty();
+        };
+        if (arg == "--home") {
+            if (!value(options.home))
+                return std::nullopt;
+        } else if (arg == "--replay") {
+            if (!value(options.replay))
+                return std::nullopt;
+        } else if (arg == "--trace") {
+            if (!value(options.trace))
+                return std::nullopt;
+        } else if (arg == "--windowed") {
+            options.windowed = true;
+        } else if (arg == "--check") {
+            options.check = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    return options;
+}
+
+// The folder of the running executable.
+std::string programFolder()
+{
+    std::error_code ec;
+    const auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
+    if (ec)
+        return std::filesystem::current_path(ec).string();
+    return exe.parent_path().string();
+}
+
+// The folder as an absolute path with a trailing '/', or nullopt when it is not a folder.
+std::optional<std::string> homeFolder(const std::string& given)
+{
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    fs::path path = fs::absolute(given.empty() ? programFolder() : given, ec).lexically_normal();
+    if (ec || !fs::is_directory(path, ec))
+        return std::nullopt;
+    std::string text = path.string();
+    if (text.empty() || text.back() != '/')
+        text += '/';
+    return text;
+}
+
+int runProgram(ombrel::platform::Platform& platform)
+{
+    ombrel::startup::Application app(platform);
+    app.start();
+    return platform.loop.run();
+}
+
+int runReplay(const Options& options, const std::string& home)
+{
+    std::string error;
+    auto script = ombrel::replay::ReplayScript::load(options.replay, error);
+    if (!script) {
+        std::cerr << error << "\n";
+        return kUsageError;
+    }
+    ombrel::replay::ReplayPlatform replay(home, std::move(*script), options.trace);
+    ombrel::startup::Application app(replay.platform());
+    replay.driver().setFrameSource([&app] { return app.forms().frame(); });
+    replay.driver().setDumpSource([&app] { return app.dump(); });
+    app.start();
+    return replay.platform().loop.run();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto options = parseArguments(argc, argv);
+    if (!options) {
+        std::cerr << kUsage;
+        return kUsageError;
+    }
+    const auto home = homeFolder(options->home);
+    if (!home) {
+        std::cerr << "ombrel: " << (options->home.empty() ? programFolder() : options->home)
+                  << " is not a folder\n";
+        return kUsageError;
+    }
+    if (options->check) {
+        const auto report = ombrel::config::checkSettings(*home);
+        std::cout << report.text;
+        return report.ok ? 0 : kStartError;
+    }
+    try {
+        if (!options->replay.empty())
+            return runReplay(*options, *home);
+        ombrel::app::RealPlatform real(*home, options->windowed, options->trace);
+        return runProgram(real.platform());
+    } catch (const std::exception& e) {
+        std::cerr << "ombrel: " << e.what() << "\n";
+        return kStartError;
+    }
+}

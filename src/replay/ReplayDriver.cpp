@@ -1,0 +1,192 @@
+// ReplayDriver: scripted time and input for the event loop.
+#include "replay/ReplayDriver.h"
+
+#include <iostream>
+#include <string_view>
+
+namespace ombrel::replay {
+
+using Action = ScriptStep::Action;
+
+ReplayDriver::ReplayDriver(ReplayScript script, runtime::EventLoop& loop, runtime::VirtualClock& clock,
+                           runtime::Trace& trace, ReplayDevices devices)
+    : m_script(std::move(script))
+    , m_loop(loop)
+    , m_clock(clock)
+    , m_trace(trace)
+    , m_devices(devices)
+{
+    m_loop.setSource(this);
+    m_devices.processes.onWait = [this](int id) { return waitForProcess(id); };
+}
+
+ReplayDriver::~ReplayDriver()
+{
+    m_devices.processes.onWait = nullptr;
+    m_loop.setSource(nullptr);
+}
+
+bool ReplayDriver::isInput(const ScriptStep& step)
+{
+    return step.action == Action::Input || step.action == Action::Joy;
+}
+
+bool ReplayDriver::wait(runtime::EventLoop& loop, std::optional<int64_t> deadlineMs)
+{
+    (void)loop; // the loop given at construction
+    const auto& steps = m_script.steps();
+    while (!m_ended) {
+        if (m_next == steps.size()) {
+            const int64_t limit = (steps.empty() ? 0 : steps.back().at) + kIdleLimitMs;
+            if (!deadlineMs || *deadlineMs > limit) {
+                if (deadlineMs)
+                    m_clock.advanceTo(limit);
+                finish();
+                return false;
+            }
+            m_clock.advanceTo(*deadlineMs);
+            return true;
+        }
+        const ScriptStep& step = steps[m_next];
+        if (deadlineMs && *deadlineMs < step.at) {
+            m_clock.advanceTo(*deadlineMs);
+            return true;
+        }
+        const bool moved = m_clock.nowMs() < step.at;
+        m_clock.advanceTo(step.at);
+        if (isInput(step)) {
+            postInputsDueNow();
+            return true;
+        }
+        if (moved)
+            return true; // the timers due at this moment run before the screenshot or dump
+        ++m_next;
+        switch (step.action) {
+        case Action::Screenshot:
+            screenshot(step);
+            break;
+        case Action::Dump:
+            dump();
+            break;
+        case Action::ProcessExit:
+            m_devices.processes.exitLatest();
+            break;
+        case Action::End:
+            finish();
+            return false;
+        case Action::Input:
+        case Action::Joy:
+            break;
+        }
+    }
+    return false;
+}
+
+void ReplayDriver::postInputsDueNow()
+{
+    const auto& steps = m_script.steps();
+    while (m_next < steps.size() && steps[m_next].at <= m_clock.nowMs() && isInput(steps[m_next]))
+        deliver(steps[m_next++], false);
+}
+
+void ReplayDriver::deliver(const ScriptStep& step, bool gameHasInput)
+{
+    using runtime::InputKind;
+    if (step.action == Action::Joy) {
+        m_devices.joystick.set(step.joy);
+        return;
+    }
+    const runtime::InputEvent& event = step.input;
+    switch (event.kind) {
+    case InputKind::KeyDown:
+    case InputKind::KeyUp:
+        // The key state is read globally, even while a game has the keyboard.
+        m_devices.keyState.set(event.vk, event.kind == InputKind::KeyDown);
+        break;
+    case InputKind::FocusLost:
+    case InputKind::FocusGained:
+    case InputKind::Quit:
+        m_loop.postInput(event); // window events wait in the queue while the program is blocked
+        return;
+    default:
+        if (step.hasPosition)
+            m_devices.cursor.moveTo(event.x, event.y);
+        break;
+    }
+    if (!gameHasInput)
+        m_loop.postInput(event);
+}
+
+bool ReplayDriver::waitForProcess(int id)
+{
+    (void)id; // the script ends whichever game runs
+    const auto& steps = m_script.steps();
+    while (!m_ended) {
+        if (m_next == steps.size()) {
+            finish(); // the game never ends: neither does the wait
+            return false;
+        }
+        const ScriptStep& step = steps[m_next++];
+        m_clock.advanceTo(step.at);
+        switch (step.action) {
+        case Action::Input:
+        case Action::Joy:
+            deliver(step, true);
+            break;
+        case Action::Screenshot:
+            screenshot(step);
+            break;
+        case Action::Dump:
+            dump();
+            break;
+        case Action::ProcessExit:
+            return true;
+        case Action::End:
+            finish();
+            return false;
+        }
+    }
+    return false;
+}
+
+void ReplayDriver::screenshot(const ScriptStep& step)
+{
+    const runtime::DrawList frame = m_frame ? m_frame() : runtime::DrawList {};
+    const std::string problem = m_devices.renderer.screenshot(frame, step.file);
+    if (problem.empty()) {
+        m_trace.effect("screenshot " + step.file);
+        return;
+    }
+    // The reason may name absolute paths or the library's words: standard error, not the trace.
+    std::cerr << "ombrel: screenshot " << step.file << " (script line " << step.line << "): " << problem << "\n";
+    m_trace.effect("screenshot " + step.file + " failed");
+}
+
+void ReplayDriver::dump()
+{
+    const std::string text = m_dump ? m_dump() : std::string();
+    std::string_view rest = text;
+    if (rest.empty()) {
+        m_trace.effect("dump");
+        return;
+    }
+    while (!rest.empty()) {
+        const size_t eol = rest.find('\n');
+        std::string_view line = rest.substr(0, eol);
+        rest.remove_prefix(eol == std::string_view::npos ? rest.size() : eol + 1);
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        m_trace.effect(line.empty() ? std::string("dump") : "dump " + std::string(line));
+    }
+}
+
+void ReplayDriver::finish()
+{
+    if (m_ended)
+        return;
+    m_ended = true;
+    m_trace.effect("end");
+    m_loop.quit(0);
+}
+
+} // namespace ombrel::replay

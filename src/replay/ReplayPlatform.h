@@ -1,0 +1,65 @@
+// ReplayPlatform: the platform of a replay run: fakes for everything outside the process, the real
+// disk, pictures and fonts painted off screen, a virtual clock driven by the script, and the trace.
+#pragma once
+
+#include "platform/Files.h"
+#include "platform/Platform.h"
+#include "platform/fake/FakeCursor.h"
+#include "platform/fake/FakeDisplayMode.h"
+#include "platform/fake/FakeJoystick.h"
+#include "platform/fake/FakeKeyInjector.h"
+#include "platform/fake/FakeKeyState.h"
+#include "platform/fake/FakeMediaPlayers.h"
+#include "platform/fake/FakePower.h"
+#include "platform/fake/FakeProcesses.h"
+#include "platform/sdl/SdlFonts.h"
+#include "platform/sdl/SdlImages.h"
+#include "platform/sdl/SdlRenderer.h"
+#include "replay/ReplayDriver.h"
+#include "replay/ReplayScript.h"
+#include "replay/TraceWriter.h"
+#include "runtime/Clock.h"
+#include "runtime/EventLoop.h"
+
+#include <memory>
+#include <string>
+
+namespace ombrel::replay {
+
+class ReplayPlatform {
+public:
+    // The screen and the desktop of every replay, so that screenshots have one size everywhere.
+    static constexpr runtime::PixelSize kScreen { 640, 480 };
+
+    // home: the program's folder with a trailing '/'. tracePath: as TraceWriter takes it. Throws
+    // std::runtime_error when the trace file or the off-screen surface cannot be made.
+    ReplayPlatform(std::string home, ReplayScript script, const std::string& tracePath);
+    ~ReplayPlatform();
+    ReplayPlatform(const ReplayPlatform&) = delete;
+    ReplayPlatform& operator=(const ReplayPlatform&) = delete;
+
+    platform::Platform& platform() { return *m_platform; }
+    ReplayDriver& driver() { return *m_driver; }
+
+private:
+    std::string m_home;
+    runtime::VirtualClock m_clock;
+    TraceWriter m_trace;
+    runtime::EventLoop m_loop;
+    platform::DiskFiles m_files;
+    platform::fake::FakeMediaPlayers m_media;
+    platform::fake::FakeProcesses m_processes;
+    platform::fake::FakeKeyInjector m_keys;
+    platform::fake::FakeKeyState m_keyState;
+    platform::fake::FakeJoystick m_joystick;
+    platform::fake::FakeCursor m_cursor;
+    platform::fake::FakeDisplayMode m_display;
+    platform::fake::FakePower m_power;
+    platform::sdl::SdlFonts m_fonts;
+    platform::sdl::SdlImages m_images;
+    std::unique_ptr<platform::sdl::SdlRenderer> m_renderer;
+    std::unique_ptr<ReplayDriver> m_driver;
+    std::unique_ptr<platform::Platform> m_platform;
+};
+
+} // namespace ombrel::replay

@@ -1,0 +1,58 @@
+// TraceWriter: timed, escaped trace lines.
+#include "replay/TraceWriter.h"
+
+#include <iostream>
+
+namespace ombrel::replay {
+
+TraceWriter::TraceWriter(const runtime::Clock& clock, const std::string& path)
+    : m_clock(clock)
+{
+    if (path.empty())
+        return;
+    if (path == "-") {
+        m_out = &std::cout;
+        return;
+    }
+    m_file.open(path, std::ios::binary | std::ios::trunc);
+    m_ok = m_file.is_open();
+    if (m_ok)
+        m_out = &m_file;
+}
+
+TraceWriter::TraceWriter(const runtime::Clock& clock, std::ostream& out)
+    : m_clock(clock)
+    , m_out(&out)
+{
+}
+
+void TraceWriter::effect(std::string_view line)
+{
+    if (!m_out)
+        return;
+    std::string text = std::to_string(m_clock.nowMs());
+    text += ' ';
+    for (char c : line) {
+        const auto u = static_cast<unsigned char>(c);
+        if (c == '\n') {
+            text += "\\n";
+        } else if (c == '\r') {
+            text += "\\r";
+        } else if (c == '\t') {
+            text += "\\t";
+        } else if (u < 0x20 || u == 0x7F) {
+            constexpr char kHex[] = "0123456789ABCDEF";
+            text += "\\x";
+            text += kHex[u >> 4];
+            text += kHex[u & 15];
+        } else {
+            text += c;
+        }
+    }
+    text += '\n';
+    std::lock_guard lock(m_mutex);
+    *m_out << text;
+    m_out->flush();
+}
+
+} // namespace ombrel::replay
