@@ -1,6 +1,8 @@
 // RealPlatform: the composition of a real run.
 #include "app/RealPlatform.h"
 
+#include "platform/sdl/FfmpegFilmPlayer.h"
+
 #include <SDL.h>
 
 #include <stdexcept>
@@ -29,6 +31,12 @@ RealPlatform::RealPlatform(std::string home, bool windowed, const std::string& t
     m_events.onExposed = [this] { m_renderer->repaint(); };
     m_loop.setSource(&m_events);
     m_media = std::make_unique<platform::sdl::SdlMixerPlayers>(m_loop, m_trace, m_home);
+    // The intro film: pictures to the painter, which shows each new one at once.
+    m_renderer->setFilms(&m_films);
+    m_films.onNewFrame = [this] { m_loop.postTask([this] { m_renderer->repaint(); }); };
+    m_media->filmFactory = [this](const std::string& name) {
+        return std::make_unique<platform::sdl::FfmpegFilmPlayer>(name, m_loop, m_trace, m_home, m_films);
+    };
 
     SDL_DisplayMode desktop;
     runtime::PixelSize desktopSize = m_renderer->screenSize();

@@ -3,14 +3,15 @@
 
 #include "platform/Files.h"
 #include "platform/Platform.h"
-#include "platform/fake/FakeCursor.h"
 #include "platform/fake/FakeDisplayMode.h"
 #include "platform/fake/FakeJoystick.h"
 #include "platform/fake/FakeKeyInjector.h"
 #include "platform/fake/FakeKeyState.h"
 #include "platform/fake/FakePower.h"
 #include "platform/fake/FakeProcesses.h"
+#include "platform/sdl/FilmFrames.h"
 #include "platform/sdl/RealClock.h"
+#include "platform/sdl/SdlCursor.h"
 #include "platform/sdl/SdlEventSource.h"
 #include "platform/sdl/SdlFonts.h"
 #include "platform/sdl/SdlImages.h"
@@ -45,6 +46,7 @@ private:
     platform::sdl::SdlFonts m_fonts;
     platform::sdl::SdlImages m_images;
     std::unique_ptr<platform::sdl::SdlRenderer> m_renderer;
+    platform::sdl::FilmFrames m_films;
     std::unique_ptr<platform::sdl::SdlMixerPlayers> m_media;
     // FIXME: real backend comes with the launch of emulators (spawned processes and their wait).
     platform::fake::FakeProcesses m_processes;
@@ -54,8 +56,7 @@ private:
     platform::fake::FakeKeyState m_keyState;
     // FIXME: real backend comes with joystick input (SDL joystick 0).
     platform::fake::FakeJoystick m_joystick;
-    // FIXME: real backend comes with the pointer moves of the menu and the saver (SDL warp).
-    platform::fake::FakeCursor m_cursor;
+    platform::sdl::SdlCursor m_cursor;
     // FIXME: real backend comes with display mode changes (XRandR); until then the desktop keeps its mode.
     std::unique_ptr<platform::fake::FakeDisplayMode> m_display;
     // FIXME: real backend comes with powering off on exit (logind).
