@@ -8,8 +8,10 @@ root=$(pwd)
 "$root/scripts/install-deps.sh" build
 
 cmake --preset release >/dev/null
-cmake --build build-release -j"$(nproc)" --target ombrel
+cmake --build build-release -j"$(nproc)" --target ombrel demoemu
 bin="$root/build-release/src/app/ombrel"
+# The cabinet's first list runs its emulator from emu/ (install replaces a copy that is still running).
+install -D -m 755 "$root/build-release/tools/demoemu/demoemu" "$root/demo/emu/demoemu"
 
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
   out="$root/out/demo-walk"

@@ -1,0 +1,168 @@
+// Tests of the demo emulator: its command line, key codes and game list, and its log from real runs.
+#include "DemoEmulator.h"
+#include "TempHome.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+#include <utility>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace ombrel::demoemu {
+namespace {
+
+TEST(DemoEmulatorOptions, GameIsFirstPlainWordAndSecondsValueIsNeverTheGame)
+{
+    struct Row
+    {
+        std::vector<std::string> args;
+        std::string game;
+        std::optional<std::uint64_t> runMs;
+        bool fullscreen;
+    };
+    const Row rows[] = {
+        { { "pacman", "-fullscreen" }, "pacman", std::nullopt, true },
+        { { "-fullscreen", "-seconds", "5", "galaga", "pacman", "-window" }, "galaga", 5000, false },
+        { { "-seconds", "soon", "pacman" }, "pacman", std::nullopt, false },
+        { { "-seconds", "0.25" }, "", 250, false },
+        { { "-seconds", "1e3" }, "", std::nullopt, false },
+        { { "-seconds", "99999999" }, "", 86400000, false },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row.args));
+        const Options options = parseOptions(row.args);
+        EXPECT_EQ(options.game, row.game);
+        EXPECT_EQ(options.runMs, row.runMs);
+        EXPECT_EQ(options.fullscreen, row.fullscreen);
+    }
+}
+
+TEST(DemoEmulatorKeys, ReportsWindowsCodesOfUsKeyboard)
+{
+    // clang-format off
+    const std::pair<SDL_Scancode, int> rows[] = {
+        { SDL_SCANCODE_A, 65 }, { SDL_SCANCODE_Z, 90 }, { SDL_SCANCODE_0, 48 }, { SDL_SCANCODE_9, 57 },
+        { SDL_SCANCODE_F1, 112 }, { SDL_SCANCODE_F24, 135 }, { SDL_SCANCODE_TAB, 9 },
+        { SDL_SCANCODE_RETURN, 13 }, { SDL_SCANCODE_KP_ENTER, 13 }, { SDL_SCANCODE_ESCAPE, 27 },
+        { SDL_SCANCODE_UP, 38 }, { SDL_SCANCODE_DOWN, 40 }, { SDL_SCANCODE_RSHIFT, 16 },
+        { SDL_SCANCODE_LCTRL, 17 }, { SDL_SCANCODE_RALT, 18 }, { SDL_SCANCODE_KP_0, 96 },
+        { SDL_SCANCODE_KP_9, 105 }, { SDL_SCANCODE_APOSTROPHE, 222 }, { SDL_SCANCODE_MUTE, 0 },
+    };
+    // clang-format on
+    for (const auto& [scancode, vk] : rows) {
+        SCOPED_TRACE(SDL_GetScancodeName(scancode));
+        EXPECT_EQ(vkFromScancode(scancode), vk);
+    }
+}
+
+TEST(DemoEmulatorMenu, MovesRoundBothEndsAndFreezesOnceStarted)
+{
+    GameMenu menu;
+    EXPECT_EQ(menu.press(38), GameMenu::Outcome::Stay); // Up from the top goes to the bottom
+    EXPECT_EQ(menu.row(), GameMenu::kRows - 1);
+    menu.press(40); // and Down from there back to the top
+    EXPECT_EQ(menu.row(), 0);
+    menu.press(9);
+    menu.press(40);
+    menu.press(65); // a key the list does not use
+    EXPECT_EQ(menu.row(), 2);
+
+    EXPECT_EQ(menu.press(13), GameMenu::Outcome::Started);
+    EXPECT_EQ(menu.current(), GameMenu::kGames[2]);
+    menu.press(40);
+    EXPECT_EQ(menu.press(13), GameMenu::Outcome::Stay);
+    EXPECT_EQ(menu.row(), 2);
+    EXPECT_EQ(menu.press(27), GameMenu::Outcome::Quit);
+}
+
+// Runs the built program in a folder, with DEMOEMU_LOG set to logPath unless it is empty; returns its
+// exit status, or -1 when it did not exit normally.
+int runDemoemu(const std::vector<std::string>& args, const std::string& folder, const std::string& logPath)
+{
+    const char* program = std::getenv("DEMOEMU");
+    if (!program || !*program) {
+        ADD_FAILURE() << "DEMOEMU does not name the built demo emulator";
+        return -1;
+    }
+    std::vector<std::string> words { program };
+    words.insert(words.end(), args.begin(), args.end());
+    std::vector<char*> argv;
+    for (std::string& word : words)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+        if (::chdir(folder.c_str()) != 0)
+            ::_exit(126);
+        if (logPath.empty())
+            ::unsetenv("DEMOEMU_LOG");
+        else
+            ::setenv("DEMOEMU_LOG", logPath.c_str(), 1);
+        ::execv(argv[0], argv.data());
+        ::_exit(127);
+    }
+    int status = 0;
+    if (pid < 0 || ::waitpid(pid, &status, 0) != pid || !WIFEXITED(status))
+        return -1;
+    return WEXITSTATUS(status);
+}
+
+std::vector<std::string> lines(const std::string& text)
+{
+    std::vector<std::string> result;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);)
+        result.push_back(line);
+    return result;
+}
+
+TEST(DemoEmulatorRun, LogsItsStartArgumentsAndEnd)
+{
+    test::TempHome home;
+    home.write("emu/.keep", "");
+    const std::string folder = home.path() + "emu";
+    const std::vector<std::string> args = { "-headless", "-seconds", "1", "pacman", "-window" };
+    ASSERT_EQ(runDemoemu(args, folder, home.path() + "emu.log"), 0);
+    const std::vector<std::string> expected = {
+        "start",
+        "cwd " + std::filesystem::canonical(folder).string(),
+        "args [-headless] [-seconds] [1] [pacman] [-window]",
+        "game pacman",
+        "exit",
+    };
+    EXPECT_EQ(lines(home.read("emu.log")), expected);
+
+    // Without DEMOEMU_LOG each run adds to demoemu.log in its working folder.
+    ASSERT_EQ(runDemoemu({ "-headless", "-seconds", "0", "-test" }, folder, ""), 0);
+    ASSERT_EQ(runDemoemu({ "-headless", "-seconds", "0", "galaga" }, folder, ""), 0);
+    const std::vector<std::string> log = lines(home.read("emu/demoemu.log"));
+    ASSERT_EQ(log.size(), 10u);
+    EXPECT_EQ(log[3], "no game");
+    EXPECT_EQ(log[5], "start");
+    EXPECT_EQ(log[8], "game galaga");
+    EXPECT_EQ(log[9], "exit");
+}
+
+TEST(DemoEmulatorRun, HeadlessWithoutAnEndRefusesToStart)
+{
+    const std::vector<std::vector<std::string>> cases = {
+        { "-headless", "pacman" },
+        { "-headless", "-seconds", "soon" },
+        { "-headless", "-seconds", "-1" },
+        { "pacman", "-headless", "-seconds" },
+    };
+    test::TempHome home;
+    for (const auto& args : cases) {
+        SCOPED_TRACE(::testing::PrintToString(args));
+        EXPECT_EQ(runDemoemu(args, home.path(), home.path() + "emu.log"), 2);
+    }
+}
+
+} // namespace
+} // namespace ombrel::demoemu
