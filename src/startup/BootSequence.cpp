@@ -7,6 +7,7 @@
 #include "config/SavedState.h"
 #include "config/SettingsFile.h"
 #include "core/VbMath.h"
+#include "input/KeyMap.h"
 #include "runtime/FormStack.h"
 #include "runtime/controls/MediaView.h"
 #include "startup/Cabinet.h"
@@ -76,7 +77,7 @@ void MainForm::Timer1_Timer()
         paintPicture(run.themesDir + saved.curSkin + "background.jpg", 0, 0, width(), height());
     });
     step([&] { nav.loadLists(); }); // 17
-    // 18: getKeys, the key map, joins here with the keyboard commands.
+    step([&] { input::getKeys(m_cabinet.homeFile(input::kKeyMapFileName), m_cabinet.keys); }); // 18
     step([&] { run.curPath = saved.lastPath.value_or(0); }); // 19
     step([&] { nav.populateList(); }); // 20
     step([&] { // 21
@@ -112,8 +113,8 @@ void MainForm::Timer1_Timer()
     });
     // 26: GetJoyKeys, the joystick's bindings, joins here with the joystick feature.
     step([&] { browser::makeVis(c); }); // 27
-    step([&] { browser::cabRefresh(c); }); // 28
-    // 29: setSRate, the repeat rate of the movement keys, joins here with the keyboard commands.
+    step([&] { cabRefresh(); }); // 28
+    step([&] { setSRate(); }); // 29
     step([&] { nav.RefreshList(); }); // 30
 }
 

@@ -1,5 +1,5 @@
 // Cabinet: the program's shared state, owned once by the application and passed by reference: the
-// owner's settings, the saved state, the run state, the game lists, and the platform.
+// owner's settings, the saved state, the run state, the game lists, the key map, and the platform.
 #pragma once
 
 #include "browser/Theme.h"
@@ -7,6 +7,7 @@
 #include "config/RunState.h"
 #include "config/SavedState.h"
 #include "config/Settings.h"
+#include "input/KeyMap.h"
 #include "platform/Platform.h"
 #include "runtime/FormStack.h"
 
@@ -23,6 +24,7 @@ struct Cabinet {
     config::RunState run;
     catalogue::Catalogue catalogue;
     browser::Scheme scheme;
+    input::KeyMap keys; // the thirteen command keys
 
     // A file of the program's folder, written as the system names it ("\intro.mpeg", "gamelist.lst").
     std::string homeFile(const std::string& name) const;

@@ -44,6 +44,16 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
     , timhigh(addTimer("timhigh", 150, true))
     , timWfExit(addTimer("timWfExit", 5, false))
     , timRefreshit(addTimer("timRefreshit", 400, false, [this] { timRefreshit_Timer(); }))
+    , mpFX(add<runtime::MediaView>("mpFX", cabinet.platform.media.create("mpFX", platform::MediaKind::Effect)))
+    , timUp(addTimer("timUp", 75, false, [this] { timUp_Timer(); }))
+    , timdown(addTimer("timdown", 75, false, [this] { timdown_Timer(); }))
+    , timleft(addTimer("timleft", 75, false, [this] { timleft_Timer(); }))
+    , timright(addTimer("timright", 75, false, [this] { timright_Timer(); }))
+    , timNp(addTimer("timNp", 75, false, [this] { timNp_Timer(); }))
+    , timPp(addTimer("timPp", 75, false, [this] { timPp_Timer(); }))
+    , timfx(addTimer("timfx", 1000, false, [this] { timfx_Timer(); }))
+    , timscroller(addTimer("timscroller", 150, false, [this] { InputCheck(); }))
+    , timscroller2(addTimer("timscroller2", 150, false, [this] { InputCheck2(); }))
     , m_cabinet(cabinet)
 {
     setCaption("Ombrel");
@@ -56,6 +66,7 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
         loop().doEvents();
     };
     nav.wireMouse();
+    wireKeys();
 }
 
 void MainForm::Form_Load()

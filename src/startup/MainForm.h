@@ -5,7 +5,9 @@
 #include "browser/ListStrip.h"
 #include "browser/MainControls.h"
 #include "catalogue/Navigation.h"
+#include "platform/Cursor.h"
 #include "runtime/Form.h"
+#include "runtime/controls/MediaView.h"
 
 namespace ombrel::startup {
 
@@ -28,6 +30,21 @@ public:
     runtime::Timer& timWfExit;
     runtime::Timer& timRefreshit;
 
+    // The keyboard, the repeat of held keys, the saver countdown and the end of the program
+    // (MainKeys.cpp).
+    runtime::MediaView& mpFX; // sound effects: the selection's click, a game's start, goodbye
+    runtime::Timer& timUp;
+    runtime::Timer& timdown;
+    runtime::Timer& timleft;
+    runtime::Timer& timright;
+    runtime::Timer& timNp;
+    runtime::Timer& timPp;
+    runtime::Timer& timfx;
+    runtime::Timer& timscroller;
+    runtime::Timer& timscroller2;
+    platform::CursorPos lastCursor; // the mouse spinner's previous and current readings, screen pixels
+    platform::CursorPos currentCursor;
+
     void Form_Load() override;
     void Form_Resize() override;
     void Form_Activate() override;
@@ -37,12 +54,40 @@ public:
     void Form_Click() override;
     void Form_MouseMove(int button, int shift, double x, double y) override;
 
+    void Form_KeyDown(int keyCode, int shift) override;
+    void Form_KeyUp(int keyCode, int shift) override;
+    // One step each; the joystick and the mouse spinner call the first four directly.
+    void timUp_Timer();
+    void timdown_Timer();
+    void timleft_Timer();
+    void timright_Timer();
+    void timNp_Timer();
+    void timPp_Timer();
+    void timScr_Timer();
+    void timfx_Timer();
+    void setSRate();
+    void toggleMute();
+    void startSaverNow();
+    // Saves the key map and the saved state, says goodbye, and lets timfx end the program.
+    void exitCommand();
+    // Stores the selection and the current path in the saved state, then writes ombrel.cfg.
+    void SaveCfg();
+    void InputCheck();
+    void InputCheck2();
+    // The previews and the click, for the current selection.
+    void cabRefresh();
+
 private:
     void Timer1_Timer(); // the boot sequence
     void timRefreshit_Timer();
     void frmMenuFocus();
     // One step of the boot: a step that fails is passed over and the next one runs.
     template <class F> void step(F&& f);
+    void wireKeys();
+    // Opens the picture of a preview panel full screen.
+    void fullView(runtime::PictureControl& panel);
+    // The spinner: a sideways move of the mouse since the last tick steps one way or the other.
+    template <class Forward, class Back> void spin(Forward forward, Back back);
 
     Cabinet& m_cabinet;
 };

@@ -1,0 +1,88 @@
+// KeyMap: reading and writing omkeys.cfg.
+#include "input/KeyMap.h"
+
+#include "core/AtomicFile.h"
+#include "core/FieldReader.h"
+#include "core/VbMath.h"
+#include "platform/Files.h"
+
+namespace ombrel::input {
+
+namespace {
+
+// Why a value of the file cannot be taken; ends the reading.
+struct Stop
+{
+    std::string message;
+};
+
+std::optional<core::FieldReader> openKeyFile(const std::string& path)
+{
+    std::optional<core::FieldReader> file = core::FieldReader::open(path);
+    if (!file) {
+        // A key map brought from a Windows cabinet may be spelt in other letters.
+        platform::DiskFiles files;
+        if (std::optional<std::string> found = files.resolve(path))
+            file = core::FieldReader::open(*found);
+    }
+    return file;
+}
+
+// One value of the file; throws Stop when it cannot be taken as a key.
+KeyCode readKey(core::FieldReader& reader, int field)
+{
+    const std::string where = std::string(kKeyMapFileName) + " value " + std::to_string(field);
+    if (reader.atEnd())
+        throw Stop { where + " is missing: the file ends before it" };
+    const std::string text = core::trimmed(reader.readField());
+    if (text.empty())
+        return std::nullopt;
+    std::optional<double> number = core::parseNumber(text);
+    if (!number)
+        throw Stop { where + " \"" + text + "\" is not a number" };
+    std::optional<int16_t> code = core::toInteger(*number);
+    if (!code)
+        throw Stop { where + " \"" + text + "\" is not a key code" };
+    return code;
+}
+
+} // namespace
+
+std::string getKeys(const std::string& path, KeyMap& keys)
+{
+    std::optional<core::FieldReader> file = openKeyFile(path);
+    if (!file) {
+        keys.keyConfig = kTabKey;
+        return std::string(kKeyMapFileName) + ": cannot open " + path;
+    }
+    int field = 1;
+    try {
+        for (KeyCode KeyMap::*key : kKeyFileOrder) {
+            keys.*key = readKey(*file, field);
+            ++field;
+        }
+    } catch (const Stop& stop) {
+        keys.keyConfig = kTabKey;
+        return stop.message;
+    }
+    return std::string();
+}
+
+std::string formatKeys(const KeyMap& keys)
+{
+    std::string line;
+    for (size_t i = 0; i < kKeyFileOrder.size(); ++i) {
+        if (i > 0)
+            line += ',';
+        if (const KeyCode& code = keys.*kKeyFileOrder[i])
+            line += std::to_string(*code);
+    }
+    return line + "\r\n";
+}
+
+std::string saveKeys(const std::string& path, const KeyMap& keys)
+{
+    return core::writeFileAtomic(path, formatKeys(keys));
+}
+
+} // namespace ombrel::input

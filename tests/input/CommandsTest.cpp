@@ -1,0 +1,113 @@
+// Commands: which command a key stands for, two commands on one key, and the table's consistency
+// with the key map.
+#include "input/Commands.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+using namespace ombrel;
+using input::KeyMap;
+using input::LogicalCommand;
+
+namespace {
+
+KeyMap cabinetKeys()
+{
+    KeyMap keys;
+    keys.keyUp = 38;
+    keys.keyDown = 40;
+    keys.keyNextPage = 34;
+    keys.keyPrevPage = 33;
+    keys.keyRefresh = 116;
+    keys.keyConfig = 9;
+    keys.keyNextPath = 39;
+    keys.keyPrevPath = 37;
+    keys.keySelect = 13;
+    keys.keyExit = 27;
+    keys.keySaver = 53;
+    keys.keyMute = 77;
+    keys.keyInfo = 49;
+    return keys;
+}
+
+TEST(CommandsTest, EachKeyOfTheMapGivesItsCommand)
+{
+    const KeyMap keys = cabinetKeys();
+    const std::vector<std::pair<int, LogicalCommand>> cases {
+        { 38, LogicalCommand::Up },
+        { 40, LogicalCommand::Down },
+        { 34, LogicalCommand::RightPage },
+        { 33, LogicalCommand::LeftPage },
+        { 116, LogicalCommand::Refresh },
+        { 9, LogicalCommand::Config },
+        { 39, LogicalCommand::NextPath },
+        { 37, LogicalCommand::PrevPath },
+        { 13, LogicalCommand::Select },
+        { 27, LogicalCommand::Exit },
+        { 53, LogicalCommand::ScreenSaver },
+        { 77, LogicalCommand::Mute },
+        { 49, LogicalCommand::Info },
+    };
+    for (const auto& [vk, command] : cases) {
+        SCOPED_TRACE(vk);
+        EXPECT_EQ(input::commandForKey(vk, keys), command);
+    }
+    EXPECT_EQ(input::commandForKey(65, keys), std::nullopt);
+    // Keys that were never given match nothing, not even a code of 0.
+    EXPECT_EQ(input::commandForKey(0, KeyMap {}), std::nullopt);
+}
+
+TEST(CommandsTest, TwoCommandsOnOneKeyGiveTheOneTestedFirst)
+{
+    struct Case
+    {
+        const char* name;
+        input::KeyCode KeyMap::*first;
+        input::KeyCode KeyMap::*second;
+        LogicalCommand wins;
+    };
+    const std::vector<Case> cases {
+        { "exit before select", &KeyMap::keySelect, &KeyMap::keyExit, LogicalCommand::Exit },
+        { "info before everything", &KeyMap::keyDown, &KeyMap::keyInfo, LogicalCommand::Info },
+        { "up before down", &KeyMap::keyDown, &KeyMap::keyUp, LogicalCommand::Up },
+        { "next path before the pages", &KeyMap::keyNextPage, &KeyMap::keyNextPath,
+            LogicalCommand::NextPath },
+        { "left page before refresh", &KeyMap::keyRefresh, &KeyMap::keyPrevPage, LogicalCommand::LeftPage },
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        KeyMap keys = cabinetKeys();
+        keys.*row.first = 200;
+        keys.*row.second = 200;
+        EXPECT_EQ(input::commandForKey(200, keys), row.wins);
+    }
+}
+
+TEST(CommandsTest, TableHoldsEveryCommandAndEveryKeyOnce)
+{
+    std::set<LogicalCommand> commands;
+    std::set<size_t> fields; // positions in the file
+    std::set<std::string_view> names;
+    for (const input::CommandInfo& info : input::kCommands) {
+        commands.insert(info.command);
+        names.insert(info.name);
+        for (size_t i = 0; i < input::kKeyFileOrder.size(); ++i)
+            if (input::kKeyFileOrder[i] == info.key)
+                fields.insert(i);
+        EXPECT_EQ(&input::commandInfo(info.command), &info);
+    }
+    EXPECT_EQ(commands.size(), 13u);
+    EXPECT_EQ(names.size(), 13u);
+    EXPECT_EQ(fields.size(), 13u) << "every field of the file belongs to one command";
+
+    // Only the menu has a key on a cabinet without a key map.
+    for (const input::CommandInfo& info : input::kCommands) {
+        SCOPED_TRACE(std::string(info.name));
+        EXPECT_EQ(info.defaultKey.has_value(), info.command == LogicalCommand::Config);
+    }
+}
+
+} // namespace

@@ -1,0 +1,140 @@
+// KeyMap: reading omkeys.cfg (whole, short, damaged, missing) with the Tab fallback, and the writer's
+// exact bytes.
+#include "TempHome.h"
+
+#include "input/KeyMap.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace ombrel;
+using input::KeyCode;
+using input::KeyMap;
+
+namespace {
+
+// The keys in file order, for comparing whole maps at a glance.
+std::vector<KeyCode> inFileOrder(const KeyMap& keys)
+{
+    std::vector<KeyCode> out;
+    for (KeyCode KeyMap::*key : input::kKeyFileOrder)
+        out.push_back(keys.*key);
+    return out;
+}
+
+const std::vector<KeyCode> kNone(13, std::nullopt);
+
+std::vector<KeyCode> codes(std::initializer_list<int> values)
+{
+    std::vector<KeyCode> out;
+    for (int v : values)
+        out.push_back(v < 0 ? KeyCode() : KeyCode(static_cast<int16_t>(v)));
+    return out;
+}
+
+struct ReadCase
+{
+    const char* name;
+    std::string file;
+    std::vector<KeyCode> expected;
+    bool complete; // read without a stop
+};
+
+TEST(KeyMapTest, ReadsTheFileOrFallsBackToTabForTheMenu)
+{
+    const std::vector<ReadCase> cases {
+        { "one line", "38,40,34,33,116,112,39,37,13,27,83,77,73\r\n",
+            codes({ 38, 40, 34, 33, 116, 112, 39, 37, 13, 27, 83, 77, 73 }), true },
+        { "line ends and commas mixed, blanks around values, no final line end",
+            "  38\r\n40,34\n 33 ,116\r112,39,37,13,27,83,77,73",
+            codes({ 38, 40, 34, 33, 116, 112, 39, 37, 13, 27, 83, 77, 73 }), true },
+        { "twelve values: the menu key becomes Tab over the value read",
+            "38,40,34,33,116,112,39,37,13,27,83,77\r\n",
+            codes({ 38, 40, 34, 33, 116, 9, 39, 37, 13, 27, 83, 77, -1 }), false },
+        { "three values", "38,40,34\r\n", codes({ 38, 40, 34, -1, -1, 9, -1, -1, -1, -1, -1, -1, -1 }),
+            false },
+        { "an empty file", "", codes({ -1, -1, -1, -1, -1, 9, -1, -1, -1, -1, -1, -1, -1 }), false },
+        { "empty fields leave their keys empty and the reading goes on", ",,,,,9,,,,27,,,\r\n",
+            codes({ -1, -1, -1, -1, -1, 9, -1, -1, -1, 27, -1, -1, -1 }), true },
+        { "a word stops the reading", "38,40,up,33,116,112,39,37,13,27,83,77,73\r\n",
+            codes({ 38, 40, -1, -1, -1, 9, -1, -1, -1, -1, -1, -1, -1 }), false },
+        { "a code beyond 16 bits stops the reading", "38,40,34,33,116,112,39,37,13,70000,83,77,73\r\n",
+            codes({ 38, 40, 34, 33, 116, 9, 39, 37, 13, -1, -1, -1, -1 }), false },
+        { "a fraction is rounded half to even", "38.5,39.5,34,33,116,112,39,37,13,27,83,77,73\r\n",
+            codes({ 38, 40, 34, 33, 116, 112, 39, 37, 13, 27, 83, 77, 73 }), true },
+        { "values past the thirteenth are not read", "1,2,3,4,5,6,7,8,9,10,11,12,13,14,oops\r\n",
+            codes({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13 }), true },
+    };
+    for (const ReadCase& row : cases) {
+        SCOPED_TRACE(row.name);
+        test::TempHome home;
+        const std::string path = home.write("omkeys.cfg", row.file);
+        KeyMap keys;
+        const std::string message = input::getKeys(path, keys);
+        EXPECT_EQ(message.empty(), row.complete) << message;
+        EXPECT_EQ(inFileOrder(keys), row.expected);
+    }
+}
+
+TEST(KeyMapTest, MissingFileGivesTabForTheMenuAndKeepsTheOtherKeys)
+{
+    test::TempHome home;
+    KeyMap fresh;
+    EXPECT_FALSE(input::getKeys(home.path() + "omkeys.cfg", fresh).empty());
+    EXPECT_EQ(inFileOrder(fresh), codes({ -1, -1, -1, -1, -1, 9, -1, -1, -1, -1, -1, -1, -1 }));
+
+    // Read again when the browser is rebuilt: the keys it had stay, only the menu key is Tab.
+    KeyMap held;
+    held.keyUp = 38;
+    held.keyConfig = 112;
+    input::getKeys(home.path() + "omkeys.cfg", held);
+    EXPECT_EQ(held.keyUp, KeyCode(38));
+    EXPECT_EQ(held.keyConfig, KeyCode(9));
+}
+
+TEST(KeyMapTest, FileWrittenOnWindowsIsFoundWhateverItsCase)
+{
+    test::TempHome home;
+    home.write("OMKEYS.CFG", "1,2,3,4,5,6,7,8,9,10,11,12,13\r\n");
+    KeyMap keys;
+    EXPECT_EQ(input::getKeys(home.path() + "omkeys.cfg", keys), "");
+    EXPECT_EQ(keys.keyInfo, KeyCode(13));
+}
+
+TEST(KeyMapTest, WritesOneLineOfThirteenCodesAndReadsItBack)
+{
+    test::TempHome home;
+    KeyMap keys;
+    keys.keyUp = 38;
+    keys.keyDown = 40;
+    keys.keyNextPage = 34;
+    keys.keyPrevPage = 33;
+    keys.keyRefresh = 116;
+    keys.keyConfig = 9;
+    keys.keyNextPath = 39;
+    keys.keyPrevPath = 37;
+    keys.keySelect = 13;
+    keys.keyExit = 27;
+    keys.keySaver = 53;
+    keys.keyMute = 77;
+    keys.keyInfo = 49;
+    const std::string path = home.path() + "omkeys.cfg";
+    ASSERT_EQ(input::saveKeys(path, keys), "");
+    EXPECT_EQ(home.read("omkeys.cfg"), "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n");
+    KeyMap back;
+    EXPECT_EQ(input::getKeys(path, back), "");
+    EXPECT_EQ(back, keys);
+
+    // A cabinet without a key map saves what it has, and reads the same back.
+    KeyMap bare;
+    bare.keyConfig = 9;
+    ASSERT_EQ(input::saveKeys(path, bare), "");
+    EXPECT_EQ(home.read("omkeys.cfg"), ",,,,,9,,,,,,,\r\n");
+    KeyMap bareBack;
+    EXPECT_EQ(input::getKeys(path, bareBack), "");
+    EXPECT_EQ(bareBack, bare);
+}
+
+} // namespace

@@ -1,0 +1,148 @@
+// CabinetFixture: the cabinet's files and the application over fakes.
+#include "CabinetFixture.h"
+
+#include "IniSample.h"
+
+#include "config/NumberText.h"
+#include "runtime/InputEvent.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+
+namespace ombrel::test {
+
+namespace {
+
+double soundSeconds(const std::string& path)
+{
+    if (!std::filesystem::is_regular_file(path))
+        return -1;
+    if (path.ends_with("pop.mp3"))
+        return kPopSeconds;
+    if (path.ends_with("end.mp3"))
+        return kEndSeconds;
+    return 1.0;
+}
+
+std::string gameName(int list, int row)
+{
+    char name[32];
+    std::snprintf(name, sizeof name, "g%d_%03d", list, row);
+    return name;
+}
+
+} // namespace
+
+CabinetFixture::CabinetFixture()
+    : media(loop, trace, soundSeconds, home.path())
+    , processes(trace, home.path())
+    , platform { loop, clock, trace, files, media, processes, keys, keyState, joystick, cursor, display,
+        power, renderer, fonts, images, home.path() }
+{
+    loop.setSource(&source);
+}
+
+CabinetFixture::~CabinetFixture()
+{
+    m_app.reset();
+    loop.setSource(nullptr);
+}
+
+void CabinetFixture::write(const CabinetSetup& setup)
+{
+    IniSample ini;
+    std::string gameList;
+    for (size_t i = 0; i < setup.listSizes.size(); ++i) {
+        const int list = static_cast<int>(i) + 1;
+        ini.setBlock(list, 1, "roms\\" + std::to_string(list) + "\\");
+        ini.setBlock(list, 4, "List " + std::to_string(list));
+        std::string rows;
+        for (int row = 1; row <= setup.listSizes[i]; ++row) {
+            const std::string line = "\"" + gameName(list, row) + "\",\"Game " + std::to_string(list) + "-"
+                + std::to_string(row) + "\"\r\n";
+            rows += line;
+            gameList += line;
+        }
+        home.write("l " + std::to_string(list) + ".lst", rows);
+    }
+    ini.setTail(13, std::to_string(setup.scrollRate));
+    ini.writeTo(home);
+    home.write("gamelist.lst", gameList);
+    home.write("ombrel.cfg",
+        "\"\\Skin\\\"\r\n" + config::numberText(setup.saverDelay) + "\r\n0\r\n0\r\n1\r\n"
+            + (setup.muted ? "#TRUE#" : "#FALSE#") + "\r\n0\r\n1\r\n0\r\n");
+    home.write("omthemes/Skin/pop.mp3", "pop");
+    home.write("omthemes/Skin/end.mp3", "end");
+    if (setup.keyFile)
+        home.write("omkeys.cfg", kCabinetKeys);
+}
+
+void CabinetFixture::boot()
+{
+    m_app = std::make_unique<startup::Application>(platform);
+    m_app->start();
+    // Without a film the start-up form shows the browser at once, and its own timer shows it again
+    // 2000 ms later; tests begin after that.
+    loop.runFor(2500);
+}
+
+startup::MainForm& CabinetFixture::main()
+{
+    return forms().form<startup::MainForm>("Main");
+}
+
+bool CabinetFixture::showing(const std::string& form)
+{
+    runtime::Form* found = forms().existing(form);
+    return found && found->loaded() && found->visible();
+}
+
+bool CabinetFixture::active(const std::string& form)
+{
+    runtime::Form* found = forms().existing(form);
+    return found && forms().activeForm() == found;
+}
+
+void CabinetFixture::press(int key, int shift)
+{
+    runtime::InputEvent event;
+    event.kind = runtime::InputKind::KeyDown;
+    event.vk = key;
+    event.shift = shift;
+    loop.postInput(event);
+    loop.doEvents();
+}
+
+void CabinetFixture::release(int key, int shift)
+{
+    runtime::InputEvent event;
+    event.kind = runtime::InputKind::KeyUp;
+    event.vk = key;
+    event.shift = shift;
+    loop.postInput(event);
+    loop.doEvents();
+}
+
+std::vector<std::string> CabinetFixture::sinceMark() const
+{
+    return { trace.lines.begin() + static_cast<std::ptrdiff_t>(std::min(m_mark, trace.lines.size())),
+        trace.lines.end() };
+}
+
+int CabinetFixture::countSinceMark(const std::string& line) const
+{
+    const auto lines = sinceMark();
+    return static_cast<int>(std::count(lines.begin(), lines.end(), line));
+}
+
+std::string pngHeader(int width, int height)
+{
+    std::string bytes("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16);
+    for (int value : { width, height })
+        for (int shift : { 24, 16, 8, 0 })
+            bytes += static_cast<char>((value >> shift) & 0xFF);
+    return bytes + std::string("\x08\x06\0\0\0", 5);
+}
+
+} // namespace ombrel::test

@@ -1,0 +1,115 @@
+// CabinetFixture: a whole cabinet in a temporary program folder, run by the real application over
+// fakes on a virtual clock: tests write the cabinet's files, boot it, press keys, move time, and read
+// the state and the trace.
+#pragma once
+
+#include "RuntimeFixture.h"
+#include "TempHome.h"
+
+#include "platform/Platform.h"
+#include "platform/fake/FakeCursor.h"
+#include "platform/fake/FakeDisplayMode.h"
+#include "platform/fake/FakeJoystick.h"
+#include "platform/fake/FakeKeyInjector.h"
+#include "platform/fake/FakeKeyState.h"
+#include "platform/fake/FakeMediaPlayers.h"
+#include "platform/fake/FakePower.h"
+#include "platform/fake/FakeProcesses.h"
+#include "startup/Application.h"
+#include "startup/Cabinet.h"
+#include "startup/MainForm.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ombrel::test {
+
+// The keys of the cabinet, in omkeys.cfg's order: arrows for rows and lists, Page Up and Down for
+// pages, F5, Tab, Enter, Esc, 5, M, 1.
+inline constexpr const char* kCabinetKeys = "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n";
+namespace vk {
+constexpr int kTab = 9, kEnter = 13, kEsc = 27, kPageUp = 33, kPageDown = 34, kLeft = 37, kUp = 38,
+              kRight = 39, kDown = 40, kOne = 49, kFive = 53, kA = 65, kM = 77;
+}
+
+// Sounds last as long as these say; a file that is not there cannot be opened.
+inline constexpr double kPopSeconds = 0.02;
+inline constexpr double kEndSeconds = 1.5;
+
+struct CabinetSetup
+{
+    int scrollRate = 75;
+    double saverDelay = 300;
+    bool muted = false;
+    bool keyFile = true; // omkeys.cfg holds kCabinetKeys; false: no key map at all
+    std::vector<int> listSizes { 100, 3, 3, 3 }; // games of the lists 1, 2, 3...
+};
+
+class CabinetFixture
+{
+public:
+    CabinetFixture();
+    ~CabinetFixture();
+
+    // Writes the cabinet's files into home.
+    void write(const CabinetSetup& setup);
+    // Starts the program and runs it until the browser is up and the start-up form's timers are over.
+    void boot();
+    void boot(const CabinetSetup& setup)
+    {
+        write(setup);
+        boot();
+    }
+
+    void press(int key, int shift = 0);
+    void release(int key, int shift = 0);
+    void tap(int key, int shift = 0)
+    {
+        press(key, shift);
+        release(key, shift);
+    }
+    void runFor(int64_t ms) { loop.runFor(ms); }
+
+    startup::MainForm& main();
+    startup::Cabinet& cabinet() { return m_app->cabinet(); }
+    runtime::FormStack& forms() { return m_app->forms(); }
+    // Whether the form is loaded and showing.
+    bool showing(const std::string& form);
+    bool active(const std::string& form);
+    int listIndex() { return main().c.List1.listIndex(); }
+    int curPath() { return cabinet().run.curPath; }
+
+    // Trace lines since the last mark, and how many of them are exactly line.
+    void mark() { m_mark = trace.lines.size(); }
+    std::vector<std::string> sinceMark() const;
+    int countSinceMark(const std::string& line) const;
+
+    TempHome home;
+    runtime::VirtualClock clock;
+    JumpingSource source { clock };
+    runtime::EventLoop loop { clock };
+    RecordingTrace trace;
+    platform::DiskFiles files;
+    platform::fake::FakeMediaPlayers media;
+    platform::fake::FakeProcesses processes;
+    platform::fake::FakeKeyInjector keys { trace };
+    platform::fake::FakeKeyState keyState;
+    platform::fake::FakeJoystick joystick;
+    platform::fake::FakeCursor cursor { trace };
+    platform::fake::FakeDisplayMode display { trace };
+    platform::fake::FakePower power { trace };
+    platform::fake::FakeRenderer renderer;
+    platform::fake::FakeFonts fonts;
+    platform::fake::FakeImages images;
+    platform::Platform platform;
+
+private:
+    std::unique_ptr<startup::Application> m_app;
+    size_t m_mark = 0;
+};
+
+// A PNG file's first bytes, enough for a picture control to load it.
+std::string pngHeader(int width, int height);
+
+} // namespace ombrel::test
