@@ -1,0 +1,157 @@
+// Tests of the order, the release rules and the bound of the injected key queue.
+#include "platform/linux/KeyEventQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace ombrel::platform::linux {
+namespace {
+
+using namespace std::chrono_literals;
+using Events = std::vector<std::string>;
+
+// The backend: records what reaches it, and can be held shut so that events pile up behind the one it
+// is delivering.
+class Backend
+{
+public:
+    void deliver(int vk, bool up)
+    {
+        std::unique_lock lock(m_mutex);
+        m_waiting = true;
+        m_changed.notify_all();
+        m_changed.wait(lock, [this] { return m_open; });
+        m_waiting = false;
+        m_events.push_back((up ? "up " : "down ") + std::to_string(vk));
+    }
+    void shut()
+    {
+        std::lock_guard lock(m_mutex);
+        m_open = false;
+    }
+    void open()
+    {
+        {
+            std::lock_guard lock(m_mutex);
+            m_open = true;
+        }
+        m_changed.notify_all();
+    }
+    // Returns once an event is being held at the shut backend.
+    void waitUntilHolding()
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_waiting; });
+    }
+    Events events()
+    {
+        std::lock_guard lock(m_mutex);
+        return m_events;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_open = true;
+    bool m_waiting = false;
+    Events m_events;
+};
+
+class KeyEventQueueTest : public ::testing::Test
+{
+protected:
+    void press(KeyEventQueue& queue, int vk)
+    {
+        queue.push(vk, false);
+        queue.push(vk, true);
+    }
+    KeyPacing pacing()
+    {
+        KeyPacing pacing;
+        pacing.gap = 0ms;
+        pacing.now = [this] { return m_now; };
+        return pacing;
+    }
+    void advance(std::chrono::milliseconds ms) { m_now += ms; }
+
+    Backend backend;
+
+private:
+    std::chrono::steady_clock::time_point m_now {};
+};
+
+TEST_F(KeyEventQueueTest, SequenceIssuedAtOnceArrivesWholeAndInOrder)
+{
+    KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
+    backend.shut();
+    press(queue, 9);
+    backend.waitUntilHolding();
+    press(queue, 9);
+    for (int i = 0; i < 3; ++i)
+        press(queue, 40);
+    // Alt goes up before F, as the closing of a player's menu has it.
+    queue.push(18, false);
+    queue.push(70, false);
+    queue.push(18, true);
+    queue.push(70, true);
+    backend.open();
+    queue.waitIdle();
+    EXPECT_EQ(backend.events(),
+        (Events { "down 9", "up 9", "down 9", "up 9", "down 40", "up 40", "down 40", "up 40", "down 40",
+            "up 40", "down 18", "down 70", "up 18", "up 70" }));
+}
+
+TEST_F(KeyEventQueueTest, PressRepeatedByLaterTicksWaitsOnlyOnce)
+{
+    KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
+    backend.shut();
+    press(queue, 27);
+    backend.waitUntilHolding();
+    // The exit control held: one Esc per 5 ms tick while the first is still going out.
+    for (int tick = 0; tick < 4; ++tick) {
+        advance(5ms);
+        press(queue, 27);
+    }
+    backend.open();
+    queue.waitIdle();
+    EXPECT_EQ(backend.events(), (Events { "down 27", "up 27", "down 27", "up 27" }));
+
+    // Once the queue has run dry a press goes out again.
+    advance(5ms);
+    press(queue, 27);
+    queue.waitIdle();
+    EXPECT_EQ(backend.events().size(), 6u);
+}
+
+TEST_F(KeyEventQueueTest, ReleaseAllAndStrayReleases)
+{
+    KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
+    queue.push(17, false);
+    queue.push(18, false);
+    queue.releaseAll();
+    queue.push(18, true); // already released: nothing more to send
+    queue.push(65, true); // never pressed
+    queue.push(0, false); // no key
+    queue.push(256, false);
+    press(queue, 13);
+    queue.waitIdle();
+    EXPECT_EQ(backend.events(), (Events { "down 17", "down 18", "up 18", "up 17", "down 13", "up 13" }));
+}
+
+TEST_F(KeyEventQueueTest, KeysStillDownAreReleasedAtTheEnd)
+{
+    {
+        KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
+        queue.push(16, false);
+        press(queue, 65);
+        queue.waitIdle();
+    }
+    EXPECT_EQ(backend.events(), (Events { "down 16", "down 65", "up 65", "up 16" }));
+}
+
+} // namespace
+} // namespace ombrel::platform::linux

@@ -1,0 +1,48 @@
+// Tests of the virtual-key table shared by the X11 and uinput backends.
+#include "platform/linux/VirtualKeys.h"
+
+#include <gtest/gtest.h>
+
+namespace ombrel::platform::linux {
+namespace {
+
+TEST(VirtualKeys, EveryKeyTheLaunchesPressHasAKey)
+{
+    // Tab, Enter, Esc, Down, Alt, F, Q, X of the emulator sequences; Ctrl, A, D of the TV-out chords.
+    for (const int vk : { 9, 13, 27, 40, 18, 70, 81, 88, 17, 65, 68 }) {
+        SCOPED_TRACE(vk);
+        const VirtualKey* key = findVirtualKey(vk);
+        ASSERT_NE(key, nullptr);
+        EXPECT_NE(key->keysym, 0u);
+        EXPECT_NE(key->code, 0);
+    }
+    EXPECT_EQ(findVirtualKey(0), nullptr);
+}
+
+TEST(VirtualKeys, BothColumnsNameTheSameKey)
+{
+    // Two rows with one Linux key must have one keysym, and the other way round: a slip in the table
+    // would press one key under X11 and another under uinput.
+    const auto keys = virtualKeys();
+    for (const auto& a : keys) {
+        for (const auto& b : keys) {
+            if (a.code == b.code || a.keysym == b.keysym) {
+                SCOPED_TRACE(testing::Message() << "codes " << a.vk << " and " << b.vk);
+                EXPECT_EQ(a.code, b.code);
+                EXPECT_EQ(a.keysym, b.keysym);
+            }
+        }
+    }
+    // Letters and digits: the keysym is the character itself.
+    for (int vk = '0'; vk <= 'Z'; ++vk) {
+        if (vk > '9' && vk < 'A')
+            continue;
+        SCOPED_TRACE(vk);
+        const VirtualKey* key = findVirtualKey(vk);
+        ASSERT_NE(key, nullptr);
+        EXPECT_EQ(key->keysym, static_cast<unsigned long>(vk >= 'A' ? vk - 'A' + 'a' : vk));
+    }
+}
+
+} // namespace
+} // namespace ombrel::platform::linux
