@@ -5,17 +5,17 @@
 
 namespace ombrel::system {
 
-namespace {
-    int whole(double value)
-    {
-        auto n = core::toLong(value);
-        return n ? static_cast<int>(*n) : 0;
-    }
-}
-
 int changeRes(platform::DisplayMode& display, double width, double height, double bits, double freq)
 {
-    return display.change(whole(width), whole(height), whole(bits), whole(freq));
+    auto depth = core::toInteger(bits);
+    auto refresh = core::toLong(freq);
+    auto w = core::toLong(width);
+    auto h = core::toLong(height);
+    // NOTE: a value that does not fit its field stops here, before the display is asked, so the front
+    // end stays in the mode it has rather than getting a mode made of clipped numbers.
+    if (!depth || !refresh || !w || !h)
+        return platform::kModeBad;
+    return display.change(*w, *h, *depth, *refresh);
 }
 
 } // namespace ombrel::system

@@ -5,8 +5,11 @@
 
 namespace ombrel::system {
 
-// Sets width x height at the colour depth and refresh rate asked for (0 keeps the current one).
-// Returns 0 on success, else the platform's code.
+// Sets width x height at the colour depth and refresh rate asked for. Each value is rounded to the
+// nearest whole number (a tie to the even one) and passed on as it is, 0 included: a refresh of 0 lets
+// the display choose. The depth is a 16-bit value, the others 32-bit; a value that does not fit leaves
+// the mode as it is. Returns 0 on success, else the platform's code; callers may ignore it, since the
+// front end goes on in whatever mode the display took.
 int changeRes(platform::DisplayMode& display, double width, double height, double bits, double freq);
 
 } // namespace ombrel::system

@@ -6,20 +6,20 @@
 namespace ombrel::platform::sdl {
 
 namespace {
-    // The joystick subsystem reads the hint when it starts, so it is set before.
-    uint32_t joystickSubsystem()
-    {
-        // A game owns the focus while the exit button is watched, and the stick must still be read.
-        SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
-        return SDL_INIT_JOYSTICK;
-    }
+// The joystick subsystem reads the hint when it starts, so it is set before.
+uint32_t joystickSubsystem()
+{
+    // A game owns the focus while the exit button is watched, and the stick must still be read.
+    SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+    return SDL_INIT_JOYSTICK;
+}
 
-    uint32_t axisValue(SDL_Joystick* stick, int axis)
-    {
-        if (axis >= SDL_JoystickNumAxes(stick))
-            return 32767;
-        return static_cast<uint32_t>(SDL_JoystickGetAxis(stick, axis) + 32768);
-    }
+uint32_t axisValue(SDL_Joystick* stick, int axis)
+{
+    if (axis >= SDL_JoystickNumAxes(stick))
+        return 32767;
+    return static_cast<uint32_t>(SDL_JoystickGetAxis(stick, axis) + 32768);
+}
 }
 
 SdlJoystick::SdlJoystick()

@@ -1,0 +1,166 @@
+// Tests of SdlJoystick through SDL's virtual joystick: mapping of axes and buttons, and sticks that come
+// and go while the program runs.
+#include "platform/sdl/SdlJoystick.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace ombrel::platform::sdl {
+namespace {
+
+// A stick plugged in by the test, and the test's own handle for moving it.
+class VirtualStick
+{
+public:
+    VirtualStick(int axes, int buttons, int hats)
+    {
+        m_index = SDL_JoystickAttachVirtual(SDL_JOYSTICK_TYPE_ARCADE_STICK, axes, buttons, hats);
+        if (m_index >= 0)
+            m_handle = SDL_JoystickOpen(m_index);
+    }
+    ~VirtualStick() { unplug(); }
+    VirtualStick(const VirtualStick&) = delete;
+    VirtualStick& operator=(const VirtualStick&) = delete;
+
+    bool plugged() const { return m_handle != nullptr; }
+    void axis(int axis, Sint16 value) { SDL_JoystickSetVirtualAxis(m_handle, axis, value); }
+    void button(int button, bool down) { SDL_JoystickSetVirtualButton(m_handle, button, down ? 1 : 0); }
+    void hat(Uint8 value) { SDL_JoystickSetVirtualHat(m_handle, 0, value); }
+    void unplug()
+    {
+        if (!m_handle)
+            return;
+        SDL_JoystickClose(m_handle);
+        SDL_JoystickDetachVirtual(m_index);
+        m_handle = nullptr;
+    }
+
+private:
+    int m_index = -1;
+    SDL_Joystick* m_handle = nullptr;
+};
+
+class SdlJoystickTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_stick = std::make_unique<SdlJoystick>();
+        if (SDL_NumJoysticks() > 0)
+            GTEST_SKIP() << "a real joystick is plugged in; these tests need stick 0 to be theirs";
+    }
+    std::unique_ptr<SdlJoystick> m_stick;
+};
+
+TEST_F(SdlJoystickTest, AxesAndButtonsMapToTheRecord)
+{
+    VirtualStick virt(6, 34, 0);
+    ASSERT_TRUE(virt.plugged());
+    const Sint16 axes[6] = { -32768, 32767, 0, -1, 1, -20000 };
+    for (int i = 0; i < 6; ++i)
+        virt.axis(i, axes[i]);
+    for (int button : { 0, 11, 31, 32, 33 })
+        virt.button(button, true);
+
+    JoyInfo info;
+    ASSERT_TRUE(m_stick->read(info));
+    EXPECT_EQ(info.x, 0u);
+    EXPECT_EQ(info.y, 65535u);
+    EXPECT_EQ(info.z, 32768u);
+    EXPECT_EQ(info.r, 32767u);
+    EXPECT_EQ(info.u, 32769u);
+    EXPECT_EQ(info.v, 12768u);
+    // Buttons 1, 12 and 32; the 33rd and 34th have no bit.
+    EXPECT_EQ(info.buttons, 0x80000801u);
+
+    virt.button(0, false);
+    virt.axis(0, 12345);
+    ASSERT_TRUE(m_stick->read(info));
+    EXPECT_EQ(info.buttons, 0x80000800u);
+    EXPECT_EQ(info.x, 45113u);
+}
+
+TEST_F(SdlJoystickTest, MissingAxesStayCentredAndAHatStandsInForNone)
+{
+    {
+        VirtualStick twoAxes(2, 4, 1);
+        twoAxes.axis(0, 32767);
+        twoAxes.hat(SDL_HAT_LEFTUP); // the stick has axes, so its hat is not read
+        JoyInfo info;
+        info.z = info.r = info.u = info.v = 1;
+        ASSERT_TRUE(m_stick->read(info));
+        EXPECT_EQ(info.x, 65535u);
+        EXPECT_EQ(info.y, 32768u);
+        for (uint32_t missing : { info.z, info.r, info.u, info.v })
+            EXPECT_EQ(missing, 32767u);
+    }
+    VirtualStick pad(0, 4, 1);
+    struct Row
+    {
+        Uint8 hat;
+        uint32_t x, y;
+    };
+    const Row rows[] = {
+        { SDL_HAT_CENTERED, 32767, 32767 },
+        { SDL_HAT_LEFTUP, 0, 0 },
+        { SDL_HAT_RIGHTDOWN, 65535, 65535 },
+        { SDL_HAT_DOWN, 32767, 65535 },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(static_cast<int>(row.hat));
+        pad.hat(row.hat);
+        JoyInfo info;
+        ASSERT_TRUE(m_stick->read(info));
+        EXPECT_EQ(info.x, row.x);
+        EXPECT_EQ(info.y, row.y);
+    }
+}
+
+TEST_F(SdlJoystickTest, SticksComeAndGo)
+{
+    JoyInfo info;
+    info.x = 7;
+    info.buttons = 9;
+    EXPECT_FALSE(m_stick->read(info));
+    EXPECT_EQ(info.x, 7u); // left as it was
+    EXPECT_EQ(info.buttons, 9u);
+
+    auto first = std::make_unique<VirtualStick>(2, 2, 0);
+    first->button(1, true);
+    ASSERT_TRUE(m_stick->read(info));
+    EXPECT_EQ(info.buttons, 2u);
+
+    first->unplug();
+    EXPECT_FALSE(m_stick->read(info));
+
+    VirtualStick second(2, 2, 0);
+    second.axis(1, -32768);
+    ASSERT_TRUE(m_stick->read(info));
+    EXPECT_EQ(info.y, 0u);
+    EXPECT_EQ(info.buttons, 0u);
+}
+
+// A game owns the focus while the exit button is watched: the window must not need it for the stick.
+TEST_F(SdlJoystickTest, ReadsWithoutTheWindowsFocus)
+{
+    ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    SDL_Window* window = SDL_CreateWindow("unfocused", 0, 0, 64, 64, SDL_WINDOW_HIDDEN);
+    ASSERT_NE(window, nullptr) << SDL_GetError();
+    ASSERT_EQ(SDL_GetKeyboardFocus(), nullptr);
+
+    VirtualStick virt(2, 2, 0);
+    JoyInfo info;
+    ASSERT_TRUE(m_stick->read(info));
+    virt.axis(0, -32768);
+    virt.button(0, true);
+    ASSERT_TRUE(m_stick->read(info));
+    EXPECT_EQ(info.x, 0u);
+    EXPECT_EQ(info.buttons, 1u);
+
+    SDL_DestroyWindow(window);
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
+} // namespace
+} // namespace ombrel::platform::sdl

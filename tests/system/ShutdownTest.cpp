@@ -1,0 +1,101 @@
+// Tests of the power-off request: its order of calls, and every error the player can be shown.
+#include "system/Shutdown.h"
+
+#include "RuntimeFixture.h"
+#include "platform/fake/FakePower.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+namespace ombrel::system {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+struct FailureRow
+{
+    const char* name;
+    int32_t flags;
+    int checkResult;
+    int offResult;
+    int systemError;
+    int number;
+    const char* description;
+    Lines trace;
+};
+
+TEST(ShutdownSystem, EachFailureRaisesItsNumberAndText)
+{
+    const FailureRow rows[] = {
+        { "flags above 31", 32, 0, 0, 0, platform::kErrBadShutdownFlags,
+            "Invalid parameter to ShutdownSystem: 32", {} },
+        { "negative flags", -1, 0, 0, 0, platform::kErrBadShutdownFlags,
+            "Invalid parameter to ShutdownSystem: -1", {} },
+        { "no privilege value", 8, platform::kErrNoPrivilegeValue, 0, ENOENT, platform::kErrNoPrivilegeValue,
+            "Can't enable shutdown: Can't find the SE_SHUTDOWN_NAME privilege value. "
+            "[No such file or directory]",
+            { "power check" } },
+        { "no process", 8, platform::kErrNoProcess, 0, ESRCH, platform::kErrNoProcess,
+            "Can't enable shutdown: Can't determine the current process. [No such process]",
+            { "power check" } },
+        { "not allowed", 8, platform::kErrNoPrivilege, 0, EPERM, platform::kErrNoPrivilege,
+            "Can't enable shutdown: You do not have the privileges to shutdown this system. "
+            "[Operation not permitted]",
+            { "power check" } },
+        { "an unnamed refusal counts as not allowed", 8, 5, 0, 0, platform::kErrNoPrivilege,
+            "Can't enable shutdown: You do not have the privileges to shutdown this system. []",
+            { "power check" } },
+        { "power-off refused", 8, 0, platform::kErrShutdownFailed, EACCES, platform::kErrShutdownFailed,
+            "ShutdownSystem failed: Permission denied", { "power check", "power off" } },
+        { "power-off refused without a reason", 8, 0, 1, 0, platform::kErrShutdownFailed,
+            "ShutdownSystem failed: ", { "power check", "power off" } },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        test::RecordingTrace trace;
+        platform::fake::FakePower power(trace);
+        power.setCheckResult(row.checkResult);
+        power.setPowerOffResult(row.offResult);
+        power.setSystemError(row.systemError);
+        try {
+            ShutdownSystem(power, row.flags);
+            ADD_FAILURE() << "no error raised";
+        } catch (const ShutdownError& error) {
+            EXPECT_EQ(error.number(), row.number);
+            EXPECT_EQ(error.description(), row.description);
+            EXPECT_EQ(error.source(), "ombrel.mShutDown");
+        }
+        EXPECT_EQ(trace.lines, row.trace);
+    }
+}
+
+TEST(ShutdownSystem, AsksPermissionThenPowersOff)
+{
+    for (int32_t flags : { 0, kShutdownPowerOff, 31 }) {
+        SCOPED_TRACE(flags);
+        test::RecordingTrace trace;
+        platform::fake::FakePower power(trace);
+        EXPECT_TRUE(ShutdownSystem(power, flags));
+        EXPECT_EQ(trace.lines, (Lines { "power check", "power off" }));
+    }
+}
+
+TEST(ShutdownError, BoxTextNamesSourceNumberAndDescription)
+{
+    ShutdownError error(platform::kErrShutdownFailed, "ShutdownSystem failed: Permission denied");
+    EXPECT_EQ(
+        errorBoxText(error), "ombrel.mShutDown error 8004062B: ShutdownSystem failed: Permission denied");
+    EXPECT_STREQ(error.what(), "ShutdownSystem failed: Permission denied");
+}
+
+TEST(ApiErrorText, EmptyWithoutAText)
+{
+    EXPECT_EQ(apiErrorText(0), "");
+    EXPECT_EQ(apiErrorText(987654), "");
+    EXPECT_EQ(apiErrorText(-3), "");
+    EXPECT_EQ(apiErrorText(EPERM), "Operation not permitted");
+}
+
+} // namespace
+} // namespace ombrel::system
