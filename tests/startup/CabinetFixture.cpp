@@ -78,10 +78,15 @@ void CabinetFixture::write(const CabinetSetup& setup)
         home.write("omkeys.cfg", kCabinetKeys);
 }
 
-void CabinetFixture::boot()
+void CabinetFixture::start()
 {
     m_app = std::make_unique<startup::Application>(platform);
     m_app->start();
+}
+
+void CabinetFixture::boot()
+{
+    start();
     // Without a film the start-up form shows the browser at once, and its own timer shows it again
     // 2000 ms later; tests begin after that.
     loop.runFor(2500);

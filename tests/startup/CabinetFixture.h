@@ -54,6 +54,8 @@ public:
 
     // Writes the cabinet's files into home.
     void write(const CabinetSetup& setup);
+    // Starts the program: the start-up form is loaded; no time passes.
+    void start();
     // Starts the program and runs it until the browser is up and the start-up form's timers are over.
     void boot();
     void boot(const CabinetSetup& setup)
