@@ -2,9 +2,7 @@
 #include "runtime/Form.h"
 
 #include "core/TextCodec.h"
-#include "platform/Files.h"
 #include "platform/Fonts.h"
-#include "platform/Images.h"
 #include "platform/Renderer.h"
 #include "runtime/EventLoop.h"
 #include "runtime/FormStack.h"
@@ -178,23 +176,23 @@ bool Form::setPicture(const std::string& path)
         changed();
         return true;
     }
-    auto resolved = m_stack.services().files.resolve(path);
-    if (!resolved || !m_stack.services().images.probe(*resolved))
+    auto picture = m_stack.loadPicture(path);
+    if (!picture)
         return false; // the assignment fails; the old picture stays
-    m_picture = *resolved;
+    m_picture = picture->path;
     changed();
     return true;
 }
 
 bool Form::paintPicture(const std::string& path, double x, double y, double w, double h)
 {
-    auto resolved = m_stack.services().files.resolve(path);
-    if (!resolved || !m_stack.services().images.probe(*resolved))
+    auto picture = m_stack.loadPicture(path);
+    if (!picture)
         return false;
     DrawCommand cmd;
     cmd.kind = DrawCommand::Kind::Image;
     cmd.rect = { twipsToPixels(x), twipsToPixels(y), twipsToPixels(w), twipsToPixels(h) };
-    cmd.path = *resolved;
+    cmd.path = picture->path;
     cmd.fit = ImageFit::Stretch;
     m_painted.push_back(std::move(cmd));
     changed();

@@ -1,6 +1,8 @@
 // FormStack: z-order, activation and focus events, input routing and painting of the program's forms.
 #include "runtime/FormStack.h"
 
+#include "platform/Files.h"
+#include "platform/Images.h"
 #include "platform/Renderer.h"
 #include "runtime/EventLoop.h"
 #include "runtime/Trace.h"
@@ -386,6 +388,17 @@ void FormStack::paintIfChanged()
         return;
     m_dirty = false;
     m_services.renderer.present(frame());
+}
+
+std::optional<FormStack::Picture> FormStack::loadPicture(const std::string& path) const
+{
+    auto resolved = m_services.files.resolve(path);
+    if (!resolved)
+        return std::nullopt;
+    auto size = m_services.images.probe(*resolved);
+    if (!size)
+        return std::nullopt;
+    return Picture { *resolved, *size };
 }
 
 double FormStack::screenWidth() const { return pixelsToTwips(m_services.renderer.screenSize().w); }

@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,14 @@ public:
     void paintIfChanged();
     void invalidate() { m_dirty = true; }
     bool dirty() const { return m_dirty; }
+
+    // A picture file as it can be shown: its path on disk (found whatever the case of its letters) and its
+    // size; nullopt when it is missing or no picture.
+    struct Picture {
+        std::string path;
+        PixelSize size;
+    };
+    std::optional<Picture> loadPicture(const std::string& path) const;
 
     // Screen.Width and Screen.Height, in twips.
     double screenWidth() const;

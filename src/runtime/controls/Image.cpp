@@ -1,8 +1,6 @@
 // Image: a logo picture.
 #include "runtime/controls/Image.h"
 
-#include "platform/Files.h"
-#include "platform/Images.h"
 #include "runtime/Form.h"
 #include "runtime/FormStack.h"
 
@@ -21,15 +19,11 @@ bool Image::setPicture(const std::string& path)
         changed();
         return true;
     }
-    auto& services = form().stack().services();
-    auto resolved = services.files.resolve(path);
-    if (!resolved)
+    auto picture = form().stack().loadPicture(path);
+    if (!picture)
         return false;
-    auto size = services.images.probe(*resolved);
-    if (!size)
-        return false;
-    m_picture = *resolved;
-    m_size = *size;
+    m_picture = picture->path;
+    m_size = picture->size;
     if (!m_stretch) {
         setWidth(pixelsToTwips(m_size.w));
         setHeight(pixelsToTwips(m_size.h));

@@ -1,8 +1,6 @@
 // PictureControl: loading and painting a fitted picture.
 #include "runtime/controls/PictureControl.h"
 
-#include "platform/Files.h"
-#include "platform/Images.h"
 #include "runtime/Form.h"
 #include "runtime/FormStack.h"
 
@@ -15,15 +13,11 @@ PictureControl::PictureControl(Form& form, std::string name, int index)
 
 bool PictureControl::setFileName(const std::string& path)
 {
-    auto& services = form().stack().services();
-    auto resolved = services.files.resolve(path);
-    if (!resolved)
+    auto picture = form().stack().loadPicture(path);
+    if (!picture)
         return false;
-    auto size = services.images.probe(*resolved);
-    if (!size)
-        return false;
-    m_fileName = *resolved;
-    m_size = *size;
+    m_fileName = picture->path;
+    m_size = picture->size;
     changed();
     return true;
 }
