@@ -21,6 +21,12 @@ struct RunState
     std::string extraPath; // full name of extra.lst
     std::string curPic; // the picture last shown in a panel or clicked
 
+    // The launch in progress, kept after it: the program's argument (a ROM or table name, possibly with
+    // its folder, or the S11 emulator's game number) and the program's bare file name, which also picks
+    // the keys pressed into it.
+    std::string runRom;
+    std::string runExe;
+
     // Saver countdown.
     bool saverAuto = true; // the saver form opens as the saver (else as a full view of one picture)
     double saverCount = 0;
