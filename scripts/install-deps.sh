@@ -13,7 +13,7 @@ want=(
   ffmpeg
 )
 if [ "${1:-build}" = test ]; then
-  want+=(xvfb xdotool)
+  want+=(xvfb xdotool mame)
 fi
 
 missing=()

@@ -1,20 +1,18 @@
 // RealPlatform: the platform of a real run: a window, sound, the real clock and the real disk.
 #pragma once
 
+#include "app/TracedPower.h"
 #include "platform/Files.h"
 #include "platform/Platform.h"
-#include "platform/fake/FakeDisplayMode.h"
-#include "platform/fake/FakeJoystick.h"
-#include "platform/fake/FakeKeyInjector.h"
-#include "platform/fake/FakeKeyState.h"
-#include "platform/fake/FakePower.h"
-#include "platform/fake/FakeProcesses.h"
+#include "platform/linux/LogindPower.h"
+#include "platform/linux/SpawnProcesses.h"
 #include "platform/sdl/FilmFrames.h"
 #include "platform/sdl/RealClock.h"
 #include "platform/sdl/SdlCursor.h"
 #include "platform/sdl/SdlEventSource.h"
 #include "platform/sdl/SdlFonts.h"
 #include "platform/sdl/SdlImages.h"
+#include "platform/sdl/SdlJoystick.h"
 #include "platform/sdl/SdlMixerPlayers.h"
 #include "platform/sdl/SdlRenderer.h"
 #include "replay/TraceWriter.h"
@@ -48,19 +46,17 @@ private:
     std::unique_ptr<platform::sdl::SdlRenderer> m_renderer;
     platform::sdl::FilmFrames m_films;
     std::unique_ptr<platform::sdl::SdlMixerPlayers> m_media;
-    // FIXME: real backend comes with the launch of emulators (spawned processes and their wait).
-    platform::fake::FakeProcesses m_processes;
-    // FIXME: real backend comes with key simulation into emulators (XTest or uinput).
-    platform::fake::FakeKeyInjector m_keys;
-    // FIXME: real backend comes with the exit key watched while a game runs (global key state).
-    platform::fake::FakeKeyState m_keyState;
-    // FIXME: real backend comes with joystick input (SDL joystick 0).
-    platform::fake::FakeJoystick m_joystick;
+    platform::linux::SpawnProcesses m_processes;
+    // Each of the next three falls back to a weaker stand-in, with one warning line, when the machine
+    // lacks what it needs (see the constructor).
+    std::unique_ptr<platform::KeyInjector> m_keys;
+    std::unique_ptr<platform::KeyState> m_keyState;
+    platform::sdl::SdlJoystick m_joystick;
     platform::sdl::SdlCursor m_cursor;
-    // FIXME: real backend comes with display mode changes (XRandR); until then the desktop keeps its mode.
-    std::unique_ptr<platform::fake::FakeDisplayMode> m_display;
-    // FIXME: real backend comes with powering off on exit (logind).
-    platform::fake::FakePower m_power;
+    std::unique_ptr<platform::DisplayMode> m_displayBackend;
+    std::unique_ptr<platform::DisplayMode> m_display;
+    platform::linux::LogindPower m_logind;
+    TracedPower m_power;
     std::unique_ptr<platform::Platform> m_platform;
 };
 

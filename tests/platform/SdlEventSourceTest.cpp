@@ -128,6 +128,42 @@ TEST(SdlEventSource, QueuedEventsReachTheLoop)
     EXPECT_EQ(seen[1].kind, InputKind::KeyUp);
 }
 
+// After a game gave the keyboard back, what was typed or clicked meanwhile is gone and the window's
+// own events are kept, in their order.
+TEST(SdlEventSource, DroppedInputKeepsWindowEvents)
+{
+    SdlEventSource source;
+    RealClock clock;
+    runtime::EventLoop loop(clock);
+    loop.setSource(&source);
+    source.poll(loop); // drop whatever an earlier test left in SDL's queue
+    std::vector<InputKind> seen;
+    loop.setInputHandler([&](const InputEvent& e) { seen.push_back(e.kind); });
+
+    SDL_Event joyButton {};
+    joyButton.type = SDL_JOYBUTTONDOWN;
+    SDL_Event wheel {};
+    wheel.type = SDL_MOUSEWHEEL;
+    SDL_Event quit {};
+    quit.type = SDL_QUIT;
+    for (SDL_Event event : { windowEvent(SDL_WINDOWEVENT_FOCUS_LOST),
+             keyEvent(SDL_KEYDOWN, SDLK_ESCAPE, SDL_SCANCODE_ESCAPE, 0),
+             buttonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 1, 3, 4), joyButton, wheel,
+             keyEvent(SDL_KEYUP, SDLK_ESCAPE, SDL_SCANCODE_ESCAPE, 0),
+             windowEvent(SDL_WINDOWEVENT_FOCUS_GAINED), quit })
+        SDL_PushEvent(&event);
+    source.dropInput();
+    loop.doEvents();
+    EXPECT_EQ(seen,
+        (std::vector<InputKind> { InputKind::FocusLost, InputKind::FocusGained, InputKind::Quit }));
+
+    // Input that comes after the drop is served as ever.
+    SDL_Event down = keyEvent(SDL_KEYDOWN, SDLK_DOWN, SDL_SCANCODE_DOWN, 0);
+    SDL_PushEvent(&down);
+    loop.doEvents();
+    EXPECT_EQ(seen.back(), InputKind::KeyDown);
+}
+
 // A task posted from another thread ends a wait that has no deadline.
 TEST(SdlEventSource, PostedTaskEndsAnEndlessWait)
 {

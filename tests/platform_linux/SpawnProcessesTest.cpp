@@ -89,14 +89,20 @@ TEST_F(SpawnProcessesTest, RunsInItsWorkingFolder)
 TEST_F(SpawnProcessesTest, WaitReturnsWhenTheGameHasEnded)
 {
     script("game", "while [ ! -f go ]; do sleep 0.01; done\necho over > ended");
+    // The window's input is dropped once for each wait that really waited.
+    int dropped = 0;
+    processes.afterWait = [&] { ++dropped; };
     const int id = processes.start("game", "");
     ASSERT_GT(id, 0);
     EXPECT_TRUE(processes.running(id));
     home.write("go", "");
     processes.waitForExit(id);
     EXPECT_TRUE(home.exists("ended"));
+    EXPECT_EQ(dropped, 1);
     EXPECT_FALSE(processes.running(id));
     processes.waitForExit(id); // already collected: returns at once
+    processes.waitForExit(0);  // a start that failed
+    EXPECT_EQ(dropped, 1);
 }
 
 TEST_F(SpawnProcessesTest, FailedStartReportsOneLineAndGivesZero)

@@ -161,6 +161,8 @@ void SpawnProcesses::waitForExit(int id)
     while (::waitpid(id, &status, 0) < 0 && errno == EINTR) { }
     forget(id);
     m_trace.effect("process exit " + std::to_string(id));
+    if (afterWait)
+        afterWait();
 }
 
 bool SpawnProcesses::running(int id)

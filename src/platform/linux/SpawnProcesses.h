@@ -5,6 +5,7 @@
 #include "platform/Processes.h"
 #include "runtime/Trace.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,6 +36,11 @@ public:
     bool running(int id) override;
     // Every verb opens the file: the desktop knows one action per kind of file.
     bool shellExecute(const std::string& verb, const std::string& file, const std::string& dir) override;
+
+    // Runs each time a wait for a started game has returned, before the caller goes on. The owner of
+    // the window drops there what the window's queue gathered while the game had the keyboard, which
+    // this class cannot see.
+    std::function<void()> afterWait;
 
 private:
     // The pid, or 0 with the reason given in error.

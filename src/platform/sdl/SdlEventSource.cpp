@@ -139,6 +139,15 @@ bool SdlEventSource::wait(runtime::EventLoop& loop, std::optional<int64_t> deadl
     return true;
 }
 
+void SdlEventSource::dropInput()
+{
+    SDL_PumpEvents();
+    SDL_FlushEvents(SDL_KEYDOWN, SDL_TEXTINPUT);
+    SDL_FlushEvents(SDL_MOUSEMOTION, SDL_MOUSEWHEEL);
+    SDL_FlushEvents(SDL_JOYBUTTONDOWN, SDL_JOYBUTTONUP);
+    SDL_FlushEvents(SDL_CONTROLLERBUTTONDOWN, SDL_CONTROLLERBUTTONUP);
+}
+
 void SdlEventSource::wake()
 {
     if (m_wakeEvent == 0)

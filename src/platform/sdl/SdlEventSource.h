@@ -24,6 +24,12 @@ public:
     bool wait(runtime::EventLoop& loop, std::optional<int64_t> deadlineMs) override;
     void wake() override;
 
+    // Throws away the key, mouse and joystick-button events that gathered in the window's queue,
+    // including those the window system still holds, and keeps the window's own events (focus,
+    // exposure, closing). Called when a game that had the keyboard gives it back, so nothing typed
+    // into the game reaches the browser; a key still held then goes on repeating into the browser.
+    void dropInput();
+
     // Called when the window's content was lost (uncovered, resized): the renderer shows its last
     // frame again.
     std::function<void()> onExposed;

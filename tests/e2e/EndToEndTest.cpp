@@ -1,0 +1,223 @@
+// End-to-end runs of the real program on a private X server: keys typed as a player types them, games
+// started for real (the demo emulator, Debian's MAME), keys pressed into them, and the browser back in
+// charge when they end.
+#include "CabinetProcess.h"
+#include "TempHome.h"
+#include "XvfbServer.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ombrel::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+constexpr const char* kMame = "/usr/games/mame";
+
+// Replaces a whole line of a CRLF file.
+void replaceLine(TempHome& home, const std::string& file, const std::string& from, const std::string& to)
+{
+    std::string text = home.read(file);
+    const size_t at = ("\n" + text).find("\n" + from + "\r\n");
+    ASSERT_NE(at, std::string::npos) << from;
+    text.replace(at, from.size(), to);
+    home.write(file, text);
+}
+
+// The saved state of the demo cabinet, standing on one game of one list, sound on.
+std::string savedState(int path, int index)
+{
+    return "\"\\Ombrel\\\"\r\n300\r\n0\r\n0\r\n1\r\n#FALSE#\r\n" + std::to_string(index) + "\r\n"
+        + std::to_string(path) + "\r\n0\r\n";
+}
+
+// The lines of the demo emulator's log that tell which keys it received.
+Lines keyLines(const std::string& log)
+{
+    Lines keys;
+    for (const std::string& line : fileLines(log))
+        if (line.starts_with("key "))
+            keys.push_back(line);
+    return keys;
+}
+
+// SELECT plays the skin's start sound, and the game starts when it has played.
+bool isStartSound(const std::string& effect)
+{
+    return effect == "media mpFX open omthemes/Ombrel/com.mp3";
+}
+
+class EndToEndTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!onPath("Xvfb") || !onPath("xdotool"))
+            GTEST_SKIP() << "needs Xvfb and xdotool";
+        xvfb = XvfbServer::start("800x600x24");
+        if (!xvfb)
+            GTEST_SKIP() << "Xvfb did not come up";
+        // The demo cabinet, without its film so the browser comes up at once.
+        fs::copy(fs::path(sourceDir()) / "demo", home.root(), fs::copy_options::recursive);
+        fs::remove(home.root() / "intro.mpeg");
+    }
+
+    // The built demo emulator, placed in the cabinet under the name a settings file gives it.
+    void placeDemoEmulator(const std::string& relative)
+    {
+        const char* built = std::getenv("DEMOEMU");
+        ASSERT_TRUE(built && *built) << "DEMOEMU does not name the built demo emulator";
+        fs::create_directories((home.root() / relative).parent_path());
+        fs::copy_file(built, home.root() / relative, fs::copy_options::overwrite_existing);
+    }
+
+    // Starts the program and waits for the browser, which takes the keyboard as it comes up.
+    void start()
+    {
+        cabinet = std::make_unique<CabinetProcess>(OMBREL_BINARY, home.root().string(), xvfb->name(),
+            std::vector<std::string> { "DEMOEMU_LOG=" + log(), "HOME=" + home.root().string() });
+        ASSERT_TRUE(cabinet->started());
+        ASSERT_TRUE(cabinet->waitForEffect("form hide blanker")) << cabinet->traceText() << cabinet->errors();
+        window = cabinet->xdotool({ "search", "--sync", "--name", "^Ombrel$" }).value_or("");
+        window = window.substr(0, window.find('\n'));
+        ASSERT_FALSE(window.empty());
+    }
+
+    // Leaves the front end with its exit key: the goodbye plays, then the program ends by itself.
+    void exitFrontEnd()
+    {
+        ASSERT_TRUE(cabinet->xdotool({ "key", "Escape" }));
+        EXPECT_EQ(cabinet->waitForExit(), 0) << cabinet->traceText() << cabinet->errors();
+        EXPECT_EQ(cabinet->effects().back(), "program end");
+    }
+
+    std::string log() const { return home.path() + "demoemu.log"; }
+
+    TempHome home;
+    // Made before the program and ended after it, so the program never loses its display.
+    std::unique_ptr<XvfbServer> xvfb;
+    std::unique_ptr<CabinetProcess> cabinet;
+    std::string window; // the program's window, for xdotool
+};
+
+// A game of a user path: the program waits for it. The keys of the game go to the game, what reached
+// the browser's window meanwhile is dropped, and after the game the same keys move the selection.
+TEST_F(EndToEndTest, BlockingLaunchGivesTheKeyboardBackWithoutWhatWasTypedMeanwhile)
+{
+    placeDemoEmulator("emu/demoemu");
+    home.write("ombrel.cfg", savedState(1, 3));
+    start();
+
+    const size_t before = cabinet->effects().size();
+    ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
+    const auto launched = cabinet->waitForEffect("launch ", before);
+    ASSERT_TRUE(launched) << cabinet->traceText();
+    EXPECT_EQ(cabinet->effects()[*launched], "launch emu\\demoemu alexkidd -window | in emu\\");
+    ASSERT_TRUE(cabinet->xdotool({ "search", "--sync", "--name", "^demoemu$" }));
+
+    // The game has the keyboard. An Enter sent to the browser's own window all the same must not
+    // start the game again when it ends.
+    ASSERT_TRUE(cabinet->xdotool({ "key", "Down", "Down" }));
+    ASSERT_TRUE(cabinet->xdotool({ "key", "--window", window, "Return" }));
+    ASSERT_TRUE(cabinet->xdotool({ "key", "Escape" }));
+    const auto exited = cabinet->waitForEffect("process exit ", *launched);
+    ASSERT_TRUE(exited) << cabinet->traceText();
+    EXPECT_EQ(keyLines(log()),
+        (Lines { "key down 40 Down", "key up 40 Down", "key down 40 Down", "key up 40 Down",
+            "key down 27 Escape" }));
+
+    // The browser has its keys again, and stands where it stood: Up moves to the game above.
+    const auto moved = cabinet->holdKeyUntil("Up", "select ", *exited);
+    ASSERT_TRUE(moved) << cabinet->traceText();
+    EXPECT_EQ(cabinet->effects()[*moved], "select 1 2 \"After Burner II\"");
+    exitFrontEnd();
+    const Lines effects = cabinet->effects();
+    EXPECT_EQ(std::count_if(effects.begin(), effects.end(), isStartSound), 1) << cabinet->traceText();
+}
+
+// A fixed emulator: nothing waits for it. After 1.2 s the program presses the keys that pick the game
+// from the emulator's own list; the player leaves it with the exit key, and the browser takes its
+// input back once its five seconds of refusal are over.
+TEST_F(EndToEndTest, TimedLaunchPressesTheGamesKeysIntoTheEmulator)
+{
+    placeDemoEmulator("emu/impactemu");
+    replaceLine(home, "ombrel.ini", "ImpactDir=", "ImpactDir=emu\\");
+    home.write("l21.lst", "\"tgmj\",\"Tetris: The Grand Master\"\r\n\"sfex\",\"Street Fighter EX\"\r\n");
+    home.write("ombrel.cfg", savedState(21, 1));
+    start();
+
+    const size_t before = cabinet->effects().size();
+    ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
+    const auto launched = cabinet->waitForEffect("launch ", before);
+    ASSERT_TRUE(launched) << cabinet->traceText();
+    EXPECT_EQ(cabinet->effects()[*launched], "launch emu\\impactemu.exe | in emu\\");
+    // "sfex" stands fifth in the emulator's list: four times Down, then Enter.
+    ASSERT_TRUE(cabinet->waitForEffect("inject up 13", *launched)) << cabinet->traceText();
+    Lines expected;
+    for (int i = 0; i < 4; ++i) {
+        expected.push_back("key down 40 Down");
+        expected.push_back("key up 40 Down");
+    }
+    expected.push_back("key down 13 Return");
+    expected.push_back("key up 13 Return");
+    eventually([&] { return keyLines(log()).size() >= expected.size(); });
+    EXPECT_EQ(keyLines(log()), expected);
+
+    // The player leaves the game; nothing in the program is told.
+    ASSERT_TRUE(cabinet->xdotool({ "key", "Escape" }));
+    EXPECT_TRUE(eventually([&] {
+        const Lines lines = fileLines(log());
+        return !lines.empty() && lines.back() == "exit";
+    }));
+    // NOTE: a window manager gives the keyboard to the front end when the game's window goes; this X
+    // server has none, so the test does it.
+    ASSERT_TRUE(cabinet->xdotool({ "windowfocus", "--sync", window }));
+    const auto moved = cabinet->holdKeyUntil("Up", "select ", cabinet->effects().size());
+    ASSERT_TRUE(moved) << cabinet->traceText();
+    EXPECT_EQ(cabinet->effects()[*moved], "select 21 0 \"Tetris: The Grand Master\"");
+    exitFrontEnd();
+}
+
+// Debian's MAME on a user path: pong needs no ROM files. The program waits for it, then the browser
+// comes back on the same list. Run without a window, MAME leaves the keyboard to the browser's window
+// all along, like a game whose window is slow to come up: what is typed meanwhile waits in the
+// window's queue, and must be dropped, or the Enter would start the game a second time.
+TEST_F(EndToEndTest, MameRunsFromTheListAndTheBrowserComesBack)
+{
+    if (::access(kMame, X_OK) != 0)
+        GTEST_SKIP() << "needs Debian's mame package";
+    replaceLine(
+        home, "ombrel.ini", "Opts=-window -skip_gameinfo", "Opts=-video none -sound none -seconds_to_run 2");
+    home.write("ombrel.cfg", savedState(5, 1));
+    start();
+
+    const size_t before = cabinet->effects().size();
+    ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
+    const auto launched = cabinet->waitForEffect("launch ", before);
+    ASSERT_TRUE(launched) << cabinet->traceText();
+    EXPECT_EQ(cabinet->effects()[*launched],
+        "launch /usr/games/mame pong -video none -sound none -seconds_to_run 2 | in /usr/games/");
+    ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
+    const auto exited = cabinet->waitForEffect("process exit ", *launched);
+    ASSERT_TRUE(exited) << cabinet->traceText() << cabinet->errors();
+
+    const auto moved = cabinet->holdKeyUntil("Down", "select ", *exited);
+    ASSERT_TRUE(moved) << cabinet->traceText();
+    EXPECT_EQ(cabinet->effects()[*moved], "select 5 2 \"Pong Doubles\"");
+    exitFrontEnd();
+    const Lines effects = cabinet->effects();
+    EXPECT_EQ(std::count_if(effects.begin(), effects.end(), isStartSound), 1) << cabinet->traceText();
+}
+
+} // namespace
+} // namespace ombrel::test
