@@ -119,11 +119,13 @@ void Navigator::loadLists()
     const config::Settings& settings = m_ctx.settings;
     config::RunState& run = m_ctx.run;
 
-    // Without the master list nothing is loaded at all, and the caller goes on so that the empty
-    // strip can say so. NOTE: a scan started after this finds nothing; it must not overwrite a list
-    // file that already holds games.
-    if (!readGameList(m_ctx))
+    // Without the master list no list file is read; the current list is still shown, so that the
+    // strip says "No Roms Found" when no list holds a game. NOTE: a scan started after this finds
+    // nothing; it must not overwrite a list file that already holds games.
+    if (!readGameList(m_ctx)) {
+        populateList();
         return;
+    }
 
     for (int n = 1; n <= config::kUserPaths; ++n) {
         if (!settings.romDir[static_cast<size_t>(n)].empty()) {
@@ -267,8 +269,13 @@ void Navigator::RefreshList()
         const runtime::ListBox& list1 = m_ui.List1;
         int selected = list1.listIndex();
         int midRow = run.midRow;
+        // With no list on hand the middle row keeps what the catalogue wrote there ("No Roms Found..."):
+        // the message must stay in the strip until the player scans again.
+        const bool keepMessage = list1.listCount() == 0 && !anyGamesToShow();
         // Rows that were never made are passed by.
         for (int k = m_ui.ll.lbound(); k <= m_ui.ll.ubound(); ++k) {
+            if (k == midRow && keepMessage)
+                continue;
             if (runtime::Label* row = m_ui.ll.get(k))
                 row->setCaption(list1.list(selected + (k - midRow)));
         }

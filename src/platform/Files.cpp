@@ -35,15 +35,20 @@ bool sameIgnoringCase(const std::string& a, const std::string& b)
         && std::equal(a.begin(), a.end(), b.begin(), [&](char x, char y) { return lower(x) == lower(y); });
 }
 
-// The names of a folder's entries; empty when it cannot be read.
-std::vector<std::string> entriesOf(const std::string& folder)
+// The names of a folder's entries; empty when it cannot be read. With onlyExisting, a link that leads
+// nowhere is left out, as exists() would not find it either.
+std::vector<std::string> entriesOf(const std::string& folder, bool onlyExisting = false)
 {
     std::vector<std::string> names;
     std::error_code error;
     fs::directory_iterator it(
         folder.empty() ? std::string(".") : folder, fs::directory_options::skip_permission_denied, error);
-    for (; !error && it != fs::directory_iterator(); it.increment(error))
+    for (; !error && it != fs::directory_iterator(); it.increment(error)) {
+        std::error_code entryError;
+        if (onlyExisting && it->is_symlink(entryError) && !it->exists(entryError))
+            continue;
         names.push_back(it->path().filename().string());
+    }
     return names;
 }
 
@@ -114,7 +119,7 @@ std::vector<std::string> DiskFiles::list(const std::string& folder)
     if (!fs::is_directory(*found, error))
         return {};
     // Sorted, so that whatever is built from a listing does not depend on the file system's order.
-    auto names = entriesOf(*found);
+    auto names = entriesOf(*found, true);
     std::sort(names.begin(), names.end());
     return names;
 }

@@ -15,7 +15,8 @@ public:
     // The path as it exists on disk ('\' turned to '/', letters' case found), or nullopt.
     virtual std::optional<std::string> resolve(const std::string& path) = 0;
     bool exists(const std::string& path) { return resolve(path).has_value(); }
-    // Names (not paths) of the entries of a folder, as stored; empty if it is not a folder.
+    // Names (not paths) of the entries of a folder, as stored, in name order; empty if it is not a
+    // folder. A link that leads nowhere is left out: exists() does not find it either.
     virtual std::vector<std::string> list(const std::string& folder) = 0;
 };
 

@@ -1,0 +1,328 @@
+// The ROM scan: which games each list gets and in what order, the list files' text, the two Ultra 64
+// folders, what the player sees while it runs, and what damaged or missing input leaves behind.
+#include "RuntimeFixture.h"
+#include "TempHome.h"
+
+#include "catalogue/Navigation.h"
+#include "catalogue/RomScan.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace ombrel;
+
+namespace {
+
+using Games = std::vector<std::pair<std::string, std::string>>; // ROM name, description
+
+// The text the scan writes for these games.
+std::string lines(const Games& games)
+{
+    std::string text;
+    for (const auto& [rom, description] : games)
+        text += "\"" + rom + "\",\"" + description + "\"\r\n";
+    return text;
+}
+
+class RomScanTest : public ::testing::Test
+{
+protected:
+    RomScanTest()
+    {
+        fx.forms.define(
+            "Main", [](runtime::FormStack& s) { return std::make_unique<runtime::Form>(s, "Main"); });
+        main = &fx.forms.form("Main");
+        main->show();
+        list1 = &main->add<runtime::ListBox>("List1");
+        lblPath = &main->add<runtime::Label>("lblPath");
+        xlogo = &main->add<runtime::Image>("xlogo");
+        ll.emplace(*main, "ll");
+        lblNav.emplace(*main, "lblNav");
+        for (int k = 0; k < 5; ++k) {
+            ll->create(k);
+            lblNav->create(k);
+        }
+        run.midRow = 2;
+        catalogue::CatalogueContext ctx { settings, run, cat, fx.files, home.path() };
+        nav.emplace(ctx, catalogue::NavigationControls { *main, *list1, *lblPath, *xlogo, *ll, *lblNav, {}, {} });
+        scan.emplace(ctx, *nav, catalogue::ScanControls { *main, *list1, *lblPath, *ll });
+    }
+
+    // Writes gamelist.lst and reads it, as the boot does.
+    void master(const Games& games)
+    {
+        home.write("gamelist.lst", lines(games));
+        ASSERT_TRUE(catalogue::readGameList({ settings, run, cat, fx.files, home.path() }));
+    }
+    void touch(const std::string& relative) { home.write(relative, ""); }
+    std::vector<std::string> fileWrites() const
+    {
+        std::vector<std::string> out;
+        std::copy_if(fx.trace.lines.begin(), fx.trace.lines.end(), std::back_inserter(out),
+            [](const std::string& line) { return line.rfind("file write", 0) == 0; });
+        return out;
+    }
+
+    test::TempHome home;
+    test::TempHome elsewhere; // a folder given with its full path
+    config::Settings settings;
+    config::RunState run;
+    catalogue::Catalogue cat;
+    test::RuntimeFixture fx;
+    runtime::Form* main = nullptr;
+    runtime::ListBox* list1 = nullptr;
+    runtime::Label* lblPath = nullptr;
+    runtime::Image* xlogo = nullptr;
+    std::optional<runtime::ControlArray<runtime::Label>> ll;
+    std::optional<runtime::ControlArray<runtime::Label>> lblNav;
+    std::optional<catalogue::Navigator> nav;
+    std::optional<catalogue::RomScan> scan;
+};
+
+TEST(ListFileText, OneQuotedLinePerGameWithADescription)
+{
+    catalogue::Table scanList(catalogue::kMaxMasterRows, 2);
+    scanList.set(1, 1, "ki");
+    scanList.set(1, 2, "Killer Instinct");
+    scanList.set(2, 1, "nodesc"); // left out, and the rows after it still follow
+    scanList.set(3, 1, "q");
+    scanList.set(3, 2, "Say \"hi\", twice"); // written as it is, quotes and comma included
+    scanList.set(4001, 1, "late");
+    scanList.set(4001, 2, "Past the end");
+    EXPECT_EQ(catalogue::listFileText(scanList),
+        "\"ki\",\"Killer Instinct\"\r\n\"q\",\"Say \"hi\", twice\"\r\n");
+}
+
+TEST_F(RomScanTest, EachListGetsTheMasterListsGamesFoundInItsFolderInTheMasterListsOrder)
+{
+    master({ { "zaxxon", "Zaxxon" }, { "pacman", "Pac-Man" }, { "ki", "Killer Instinct" }, { "bride", "Bride" },
+        { "dl", "Dragon's Lair" } });
+    struct Row
+    {
+        int list;
+        std::vector<std::string> files; // below the program's folder, or below `elsewhere` for "/"
+        Games expected;
+    };
+    settings.romDir[1] = "roms\\1\\"; // relative: from the program's folder
+    settings.romDir[2] = "ROMS\\Two\\"; // written in another case than the disk's
+    settings.romDir[3] = elsewhere.path(); // a full path
+    settings.romDir[4] = "roms\\4"; // no closing separator: "4" stands in front of every name
+    settings.impactDir = "imp\\";
+    settings.modelerDir = "mod\\";
+    settings.vpDir = "vp\\";
+    settings.s11Dir = "s11\\";
+    settings.daphneDir = "daphne\\";
+    const std::vector<Row> rows {
+        { 1, { "roms/1/PACMAN.zip", "roms/1/Zaxxon.Zip", "roms/1/notlisted.zip", "roms/1/ki.img" },
+            { { "zaxxon", "Zaxxon" }, { "pacman", "Pac-Man" } } },
+        { 2, { "roms/two/ki.zip" }, { { "ki", "Killer Instinct" } } },
+        { 3, { "/bride.zip" }, { { "bride", "Bride" } } },
+        { 4, { "roms/4pacman.zip", "roms/4/zaxxon.zip" }, { { "pacman", "Pac-Man" } } },
+        { 21, { "imp/roms/zaxxon.zip", "imp/zaxxon.zip" }, { { "zaxxon", "Zaxxon" } } },
+        { 22, { "mod/roms/bride.zip" }, { { "bride", "Bride" } } },
+        { 24, { "vp/tables/pacman.vpt", "vp/tables/ki.zip" }, { { "pacman", "Pac-Man" } } },
+        { 25, { "s11/roms/ki.zip" }, { { "ki", "Killer Instinct" } } },
+        { 26, { "daphne/dl.txt", "daphne/roms/bride.txt" }, { { "dl", "Dragon's Lair" } } },
+    };
+    for (const Row& row : rows) {
+        for (const std::string& file : row.files) {
+            if (file.front() == '/')
+                elsewhere.write(file.substr(1), "");
+            else
+                touch(file);
+        }
+    }
+
+    scan->CheckForFiles();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.list);
+        EXPECT_EQ(home.read(catalogue::listFileName(row.list)), lines(row.expected));
+    }
+    EXPECT_FALSE(home.exists("l23.lst")) << "Ultra 64 is switched off";
+    EXPECT_FALSE(home.exists("l 5.lst"));
+}
+
+TEST_F(RomScanTest, UltraSixtyFourListsTheFirstFoldersFindsThenTheSecondsAndTheRootsWhenItHasNone)
+{
+    master({ { "ki", "Killer Instinct" }, { "ki2", "Killer Instinct 2" }, { "gex", "Gex" } });
+    touch("u1/roms/ki2.img");
+    touch("u1/roms/gex.img");
+    touch("u2/roms/ki.img");
+    touch("u2/roms/gex.img");
+    touch("roms/ki.img"); // the program's own roms folder
+
+    settings.u64Dir = "u1\\";
+    settings.u64Dir2 = "u2\\";
+    scan->CheckForFiles();
+    EXPECT_EQ(home.read("l23.lst"),
+        lines({ { "ki2", "Killer Instinct 2" }, { "gex", "Gex" }, { "ki", "Killer Instinct" }, { "gex", "Gex" } }));
+
+    settings.u64Dir2.clear();
+    scan->CheckForFiles();
+    EXPECT_EQ(home.read("l23.lst"),
+        lines({ { "ki2", "Killer Instinct 2" }, { "gex", "Gex" }, { "ki", "Killer Instinct" } }));
+
+    settings.u64Dir.clear();
+    settings.u64Dir2 = "u2\\";
+    scan->CheckForFiles();
+    EXPECT_EQ(home.read("l23.lst"), lines({ { "ki", "Killer Instinct" }, { "ki", "Killer Instinct" }, { "gex", "Gex" } }));
+}
+
+TEST_F(RomScanTest, ListsAreThoseOfALookUpOfEachGameOnDisk)
+{
+    // Mixed-case names on both sides, a folder written in another case than the disk's, games in two
+    // folders at once.
+    Games games;
+    for (int i = 0; i < 300; ++i) {
+        std::string rom = "Game" + std::to_string(i);
+        if (i % 3 == 0)
+            rom = "GAME" + std::to_string(i) + "b";
+        games.push_back({ rom, "Title " + std::to_string(i) });
+    }
+    master(games);
+    const std::vector<std::string> folders { "roms/a/", "roms/B/" };
+    for (int i = 0; i < 300; ++i) {
+        std::string file = "game" + std::to_string(i) + (i % 3 == 0 ? "B" : "") + (i % 2 ? ".ZIP" : ".zip");
+        if (i % 5 != 0)
+            touch(folders[0] + file);
+        if (i % 7 < 3)
+            touch(folders[1] + (i % 4 ? file : "other" + file));
+    }
+    settings.romDir[1] = "Roms\\A\\";
+    settings.romDir[2] = "roms\\b\\";
+
+    scan->CheckForFiles();
+    for (int list : { 1, 2 }) {
+        SCOPED_TRACE(list);
+        Games expected;
+        for (const auto& game : games) {
+            if (fx.files.exists(home.path() + settings.romDir[static_cast<size_t>(list)] + game.first + ".zip"))
+                expected.push_back(game);
+        }
+        EXPECT_GT(expected.size(), 50u);
+        EXPECT_EQ(home.read(catalogue::listFileName(list)), lines(expected));
+    }
+}
+
+TEST_F(RomScanTest, PlayerSeesTheMessageAndTheFolderBeingScanned)
+{
+    master({ { "a", "Alpha" } });
+    settings.romDir[3] = "d:\\mame\\roms\\";
+    scan->CheckForFiles();
+    // The scan gives the event loop no turn: what was painted is the last frame the renderer got.
+    // Labels wrap their captions, so the frame's lines are joined again.
+    std::string shown;
+    for (const runtime::DrawCommand& command : fx.renderer.lastFrame())
+        shown += command.text.empty() ? "" : command.text + " ";
+    EXPECT_NE(shown.find(catalogue::kScanningMessage), std::string::npos) << shown;
+    EXPECT_NE(shown.find("path 3: d:\\mame\\roms\\"), std::string::npos) << shown;
+    EXPECT_FALSE(list1->visible());
+}
+
+TEST_F(RomScanTest, RefreshReadsTheNewListsAndStandsOnTheFirstList)
+{
+    master({ { "a", "Alpha" }, { "b", "Beta" } });
+    settings.romDir[2] = "r2\\";
+    settings.romDir[5] = "r5\\";
+    touch("r2/b.zip");
+    touch("r5/a.zip");
+    home.write("extra.lst", "{\r\nExe=x\r\nDisplay=Tool\r\nPath=\r\nOptions=\r\n}\r\n");
+    cat.extras.set(2, 1, "kept"); // no longer in extra.lst, but the Extras are never emptied
+    cat.games[7].set(1, 1, "stale");
+
+    scan->refreshAll();
+    EXPECT_EQ(cat.games[2].at(1, 2), "Beta");
+    EXPECT_EQ(cat.games[5].at(1, 2), "Alpha");
+    EXPECT_TRUE(cat.games[7].at(1, 1).empty()) << "every list is emptied before the new files are read";
+    EXPECT_EQ(cat.extras.at(1, 1), "x");
+    EXPECT_EQ(cat.extras.at(2, 1), "kept");
+    // The reading walks on to the first list with games; the scan then says list 1 all the same.
+    EXPECT_EQ(run.curPath, 1);
+    EXPECT_TRUE(list1->visible());
+    EXPECT_EQ(list1->text(), "Beta");
+    EXPECT_EQ((*ll)(2).caption(), "Beta");
+    EXPECT_EQ(fileWrites(), (std::vector<std::string> { "file write " + home.path() + "l 2.lst",
+                                "file write " + home.path() + "l 5.lst" }));
+}
+
+// What damaged or missing input leaves in "l 1.lst" after a scan of list 1 (folder roms\).
+struct FailureRow
+{
+    const char* name;
+    int masterRows; // games g1, g2 ... with descriptions, all present in roms/; -1: no gamelist.lst
+    const char* before; // "l 1.lst" before the scan
+    std::string expected; // after it
+    bool unplugged = false; // the folder is not there
+};
+
+TEST_F(RomScanTest, FailureRows)
+{
+    const std::string held = "\"old\",\"Old Game\"\r\n";
+    auto numbered = [](int from, int to) {
+        Games games;
+        for (int i = from; i <= to; ++i)
+            games.push_back({ "g" + std::to_string(i), "G " + std::to_string(i) });
+        return lines(games);
+    };
+    const std::vector<FailureRow> rows {
+        { "an unplugged folder empties its list", 3, "\"old\",\"Old Game\"\r\n", "", true },
+        { "4999 games: the walk ends, and of the finds the first 4000 are written", 4999, "", numbered(1, 4000) },
+        { "5000 games: the walk runs off the master list and nothing is written", 5000, held.c_str(), held },
+        { "no master list: a list that holds games is kept", -1, held.c_str(), held },
+        { "no master list: an empty list file is written again", -1, "", "" },
+    };
+    for (const FailureRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        test::TempHome fresh;
+        settings = {};
+        settings.romDir[1] = "roms\\";
+        cat = catalogue::Catalogue();
+        catalogue::RomScan rowScan({ settings, run, cat, fx.files, fresh.path() }, *nav,
+            catalogue::ScanControls { *main, *list1, *lblPath, *ll });
+        Games games;
+        for (int i = 1; i <= row.masterRows; ++i) {
+            games.push_back({ "g" + std::to_string(i), "G " + std::to_string(i) });
+            if (!row.unplugged)
+                fresh.write("roms/g" + std::to_string(i) + ".zip", "");
+        }
+        if (row.masterRows >= 0) {
+            fresh.write("gamelist.lst", lines(games));
+            catalogue::readGameList({ settings, run, cat, fx.files, fresh.path() });
+        }
+        fresh.write("l 1.lst", row.before);
+        rowScan.CheckForFiles();
+        EXPECT_EQ(fresh.read("l 1.lst"), row.expected);
+    }
+}
+
+TEST_F(RomScanTest, AListFileThatCannotBeWrittenIsReportedAndTheOthersStillAre)
+{
+    master({ { "a", "Alpha" } });
+    settings.romDir[1] = "r\\";
+    settings.romDir[2] = "r\\";
+    touch("r/a.zip");
+    std::filesystem::create_directories(home.root() / "l 1.lst");
+    scan->CheckForFiles();
+    EXPECT_EQ(fileWrites(), (std::vector<std::string> { "file write " + home.path() + "l 1.lst failed",
+                                "file write " + home.path() + "l 2.lst" }));
+    EXPECT_EQ(home.read("l 2.lst"), lines({ { "a", "Alpha" } })) << "a ROM in two paths is on both lists";
+}
+
+TEST_F(RomScanTest, ListFileIsReplacedUnderTheCaseItHasOnDisk)
+{
+    master({ { "a", "Alpha" } });
+    settings.romDir[1] = "r\\";
+    touch("r/a.zip");
+    home.write("L 1.LST", "");
+    scan->CheckForFiles();
+    EXPECT_EQ(home.read("L 1.LST"), lines({ { "a", "Alpha" } }));
+    EXPECT_FALSE(home.exists("l 1.lst"));
+}
+
+} // namespace
