@@ -1,0 +1,248 @@
+// JoystickMap: reading joystick.ini (whole, short, damaged, missing), the words' commands, the exit
+// button, and the controls that one reading of the stick fires.
+#include "TempHome.h"
+
+#include "input/JoystickMap.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+using namespace ombrel;
+using input::JoystickMap;
+using input::LogicalCommand;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+// The sixteen bindings, trailing empty ones left off, so a row of the table reads at a glance.
+Words bound(const JoystickMap& map)
+{
+    Words words(map.joyKeys.begin(), map.joyKeys.end());
+    while (!words.empty() && words.back().empty())
+        words.pop_back();
+    return words;
+}
+
+struct ReadCase
+{
+    const char* name;
+    std::string file;
+    Words expected;
+    bool complete; // all sixteen controls were read
+};
+
+// Every label is seven characters, "Btn  1:" or "Up    :", as a cabinet owner lines them up.
+const std::string kSixteen
+    = "Btn  1: SELECT\r\nBtn  2: Exit\r\nBtn  3: refresh\r\nBtn  4:   MUTE  \r\n"
+      "Btn  5: CONFIG\r\nBtn  6: SCREENSAVER\r\nBtn  7: LEFTPAGE\r\nBtn  8: RIGHTPAGE\r\n"
+      "Btn  9:\r\nBtn 10:\r\nBtn 11:\r\nBtn 12:\r\n"
+      "Up    : UP\r\nDown  : DOWN\r\nLeft  : PREVPATH\r\nRight : NEXTPATH\r\n";
+const Words kSixteenWords { "SELECT", "Exit", "refresh", "MUTE", "CONFIG", "SCREENSAVER", "LEFTPAGE",
+    "RIGHTPAGE", "", "", "", "", "UP", "DOWN", "PREVPATH", "NEXTPATH" };
+
+std::string repeated(const std::string& text, int times)
+{
+    std::string out;
+    for (int i = 0; i < times; ++i)
+        out += text;
+    return out;
+}
+
+Words withFifteenX(Words words)
+{
+    words.insert(words.end(), 15, "X");
+    return words;
+}
+
+TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
+{
+    const std::vector<ReadCase> cases {
+        { "sixteen rows, labels dropped, words trimmed, case kept", kSixteen, kSixteenWords, true },
+        { "comments and blank rows bind nothing and take no place",
+            "' Ombrel joystick\r\n\r\n'Btn  1: MUTE\r\nBtn  1: SELECT\r\n   \r\n" + kSixteen.substr(16),
+            kSixteenWords, true },
+        { "LF line ends, and rows past the sixteenth are not read",
+            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n", withFifteenX({ "UP" }),
+            true },
+        { "a missing row ends the reading; the rows before it stand", "Btn  1: UP\r\nBtn  2: DOWN\r\n",
+            Words { "UP", "DOWN" }, false },
+        { "an empty file", "", Words {}, false },
+        { "a row shorter than its label stops the reading", "Btn  1: UP\r\nBtn  2\r\nBtn  3: DOWN\r\n",
+            Words { "UP" }, false },
+        { "a row of the label alone binds nothing but takes its place", "Btn  1:\r\nBtn  2: DOWN\r\n",
+            Words { "", "DOWN" }, false },
+        { "a comma ends a row: the rest of it is the next control's row",
+            "Btn  1: UP, Btn  2: DOWN\r\n' a comment, Btn  3: SELECT\r\n", Words { "UP", "DOWN", "SELECT" },
+            false },
+        { "blanks before a row are skipped before the label is counted",
+            "   Btn  1: SELECT\r\n\tBtn  2: DOWN\r\n", Words { "SELECT", "DOWN" }, false },
+        { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", Words { "SELECT" },
+            false },
+        { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", Words { "SELECT" }, false },
+    };
+    for (const ReadCase& row : cases) {
+        SCOPED_TRACE(row.name);
+        test::TempHome home;
+        const std::string path = home.write("joystick.ini", row.file);
+        JoystickMap map;
+        const std::string message = input::GetJoyKeys(path, map);
+        EXPECT_EQ(message.empty(), row.complete) << message;
+        EXPECT_EQ(bound(map), row.expected);
+    }
+}
+
+TEST(JoystickMapTest, BindingsNotReachedKeepWhatTheyHeld)
+{
+    test::TempHome home;
+    JoystickMap map;
+    map.joyKeys.fill("MUTE");
+    EXPECT_FALSE(input::GetJoyKeys(home.path() + "joystick.ini", map).empty()); // no file
+    EXPECT_EQ(bound(map), Words(16, "MUTE"));
+
+    const std::string path = home.write("joystick.ini", "Btn  1: SELECT\r\nBtn  2:\r\n");
+    EXPECT_FALSE(input::GetJoyKeys(path, map).empty());
+    Words expected(16, "MUTE");
+    expected[0] = "SELECT";
+    expected[1] = "";
+    EXPECT_EQ(bound(map), expected);
+}
+
+TEST(JoystickMapTest, FindsTheFileWhateverTheCaseOfItsName)
+{
+    test::TempHome home;
+    home.write("Joystick.INI", kSixteen);
+    JoystickMap map;
+    EXPECT_EQ(input::GetJoyKeys(home.path() + "joystick.ini", map), "");
+    EXPECT_EQ(bound(map), kSixteenWords);
+}
+
+TEST(JoystickMapTest, WordsGiveTheirCommandsInAnyCaseButInfoIsOutOfReach)
+{
+    const std::vector<std::pair<std::string, std::optional<LogicalCommand>>> cases {
+        { "SELECT", LogicalCommand::Select },
+        { "select", LogicalCommand::Select },
+        { "Exit", LogicalCommand::Exit },
+        { "UP", LogicalCommand::Up },
+        { "down", LogicalCommand::Down },
+        { "LeftPage", LogicalCommand::LeftPage },
+        { "RIGHTPAGE", LogicalCommand::RightPage },
+        { "PREVPATH", LogicalCommand::PrevPath },
+        { "NextPath", LogicalCommand::NextPath },
+        { "REFRESH", LogicalCommand::Refresh },
+        { "MUTE", LogicalCommand::Mute },
+        { "SCREENSAVER", LogicalCommand::ScreenSaver },
+        { "CONFIG", LogicalCommand::Config },
+        { "INFO", std::nullopt },
+        { "", std::nullopt },
+        { "JUMP", std::nullopt },
+        { "SELECT!", std::nullopt },
+        { "UP DOWN", std::nullopt },
+    };
+    for (const auto& [word, command] : cases) {
+        SCOPED_TRACE(word);
+        EXPECT_EQ(input::joyCommand(word), command);
+    }
+}
+
+TEST(JoystickMapTest, TheExitButtonIsTheFirstButtonSpeltExit)
+{
+    struct Case
+    {
+        const char* name;
+        std::vector<std::pair<int, std::string>> words; // control index, word
+        int16_t before;
+        int16_t expected;
+    };
+    const std::vector<Case> cases {
+        { "button 1", { { 0, "Exit" } }, 0, 1 },
+        { "button 12", { { 11, "Exit" } }, 0, 2048 },
+        { "the first of two", { { 5, "Exit" }, { 2, "Exit" } }, 0, 4 },
+        { "another spelling does not count", { { 0, "EXIT" }, { 1, "exit" } }, 0, 0 },
+        { "a stick direction does not count", { { input::kJoyUp, "Exit" } }, 0, 0 },
+        { "without a match the old mask stays", { { 0, "SELECT" } }, 8, 8 },
+        { "a match replaces the old mask", { { 1, "Exit" } }, 8, 2 },
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        JoystickMap map;
+        map.exitButton = row.before;
+        for (const auto& [index, word] : row.words)
+            map.joyKeys[static_cast<size_t>(index)] = word;
+        input::checkExitbut(map);
+        EXPECT_EQ(map.exitButton, row.expected);
+    }
+}
+
+TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
+{
+    struct Case
+    {
+        uint32_t x, y;
+        std::vector<int> expected;
+    };
+    using input::kJoyDown, input::kJoyLeft, input::kJoyRight, input::kJoyUp;
+    const std::vector<Case> cases {
+        { 32767, 32767, {} },
+        { 20000, 20000, {} },
+        { 40000, 40000, {} },
+        { 32767, 19999, { kJoyUp } },
+        { 32767, 40001, { kJoyDown } },
+        { 19999, 32767, { kJoyLeft } },
+        { 40001, 32767, { kJoyRight } },
+        { 0, 0, { kJoyUp, kJoyLeft } },
+        { 65535, 65535, { kJoyDown, kJoyRight } },
+        { 65535, 0, { kJoyUp, kJoyRight } },
+        { 0, 65535, { kJoyDown, kJoyLeft } },
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(std::to_string(row.x) + "," + std::to_string(row.y));
+        platform::JoyInfo joy;
+        joy.x = row.x;
+        joy.y = row.y;
+        joy.buttons = 1; // the buttons play no part in the stick's directions
+        EXPECT_EQ(input::stickControls(joy), row.expected);
+    }
+}
+
+TEST(JoystickMapTest, OnlyOneOfTheTwelveButtonsHeldAloneFires)
+{
+    const std::vector<std::pair<uint32_t, std::optional<int>>> cases {
+        { 0, std::nullopt },
+        { 1, 0 },
+        { 2, 1 },
+        { 8, 3 },
+        { 2048, 11 },
+        { 3, std::nullopt }, // two buttons together
+        { 4096, std::nullopt }, // button 13
+        { 0x80000000u, std::nullopt },
+        { 0xFFFFFFFFu, std::nullopt },
+    };
+    for (const auto& [buttons, control] : cases) {
+        SCOPED_TRACE(buttons);
+        EXPECT_EQ(input::buttonControl(buttons), control);
+    }
+}
+
+TEST(JoystickMapTest, TheDemoCabinetBindsEverythingButInfo)
+{
+    JoystickMap map;
+    EXPECT_EQ(input::GetJoyKeys(test::sourceDir() + "/demo/joystick.ini", map), "");
+    std::vector<LogicalCommand> commands;
+    for (const std::string& word : map.joyKeys)
+        if (std::optional<LogicalCommand> command = input::joyCommand(word))
+            commands.push_back(*command);
+    EXPECT_EQ(commands.size(), 12u) << "every command the stick can reach, each once";
+    for (const input::CommandInfo& info : input::kCommands) {
+        if (info.command != LogicalCommand::Info) {
+            EXPECT_EQ(std::count(commands.begin(), commands.end(), info.command), 1) << info.name;
+        }
+    }
+    input::checkExitbut(map);
+    EXPECT_NE(map.exitButton, 0) << "a button leaves a running game";
+}
+
+} // namespace
