@@ -43,9 +43,10 @@ ART = {
     "mmaze": "marquees",
 }
 
+# A folder without a list file is left for the front end's scan to find (REFRESH).
 FOLDERS = {"M": ("roms/mame", "l 1.lst"), "V": ("roms/vector", "l 2.lst"),
-           "S": ("roms/sports", "l 3.lst"), "P": ("roms/pong", "l 5.lst"),
-           "U": ("emus/u64/roms", "l23.lst")}
+           "S": ("roms/sports", "l 3.lst"), "H": ("roms/homebrew", None),
+           "P": ("roms/pong", "l 5.lst"), "U": ("emus/u64/roms", "l23.lst")}
 ENDINGS = {"U": ".img"}
 
 
@@ -83,7 +84,12 @@ for key, (folder, list_name) in FOLDERS.items():
     present = [(rom, d) for rom, d, where in games if where == key]
     for rom, _ in present:
         open(os.path.join(demo, folder, rom + ENDINGS.get(key, ".zip")), "wb").close()
-    crlf_file(list_name, [quoted(rom, d) for rom, d in present])
+    if list_name:
+        crlf_file(list_name, [quoted(rom, d) for rom, d in present])
+
+# The Homebrew list's file is made by the front end: the first start creates it empty, REFRESH fills it.
+if os.path.exists(os.path.join(demo, "l 4.lst")):
+    os.remove(os.path.join(demo, "l 4.lst"))
 
 with open(os.path.join(demo, "emus/u64/README.txt"), "w") as out:
     out.write("Folder of the Ultra 64 emulator of the demo cabinet. No emulator is shipped;\n"
@@ -119,6 +125,8 @@ with open(os.path.join(demo, "docs/README.txt"), "w") as out:
         "it was asked for. The other lists hold vector and sports games, a few pong games for\n"
         "a MAME installed on the system, Ultra 64 titles, and this Extras list. The keys are\n"
         "those of omkeys.cfg; the configuration menu changes them.\n\n"
+        "The Homebrew list has no list file yet: its games are in roms/homebrew, and the\n"
+        "REFRESH key (F5) looks through every folder and writes the lists of what it finds.\n\n"
         "Everything here but the settings is made by scripts/make-demo-media.sh.\n")
 
 # Layout of the skin on the 7680 x 5760 design form: marquee over the snap at the top centre,

@@ -5,6 +5,7 @@
 #include "runtime/controls/ListBox.h"
 #include "startup/BlankerForm.h"
 #include "startup/Cabinet.h"
+#include "startup/ErrorBoxForm.h"
 #include "startup/MainForm.h"
 #include "startup/StandInForms.h"
 
@@ -25,13 +26,14 @@ namespace {
 Application::Application(platform::Platform& platform)
     : m_platform(platform)
     , m_forms(servicesOf(platform))
-    , m_cabinet(std::make_unique<Cabinet>(Cabinet { platform, m_forms, platform.home, {}, {}, {}, {}, {}, {} }))
+    , m_cabinet(std::make_unique<Cabinet>(Cabinet { platform, m_forms, platform.home, {}, {}, {}, {}, {}, {}, {}, {} }))
 {
     Cabinet& cabinet = *m_cabinet;
     m_forms.define("blanker", [&cabinet](runtime::FormStack& s) { return std::make_unique<BlankerForm>(s, cabinet); });
     m_forms.define("background", [](runtime::FormStack& s) { return std::make_unique<BackgroundForm>(s); });
     m_forms.define("Main", [&cabinet](runtime::FormStack& s) { return std::make_unique<MainForm>(s, cabinet); });
     defineStandInForms(m_forms, cabinet);
+    m_forms.define("ErrorBox", [](runtime::FormStack& s) { return std::make_unique<ErrorBoxForm>(s); });
     platform.loop.setInputHandler([this](const runtime::InputEvent& event) { m_forms.dispatch(event); });
     platform.loop.setPaintHandler([this] { m_forms.paintIfChanged(); });
 }

@@ -2,6 +2,7 @@
 #include "startup/BlankerForm.h"
 
 #include "config/SettingsFile.h"
+#include "launch/ReturnFromGame.h"
 #include "platform/MediaPlayer.h"
 #include "runtime/EventLoop.h"
 #include "runtime/FormStack.h"
@@ -62,7 +63,9 @@ void BlankerForm::Form_Load()
     } catch (const config::SettingsError&) {
         // Read once already; a second failure is passed over.
     }
-    // FIXME: the TV output's key chord (startTv) joins here with the return-from-game feature.
+    // The picture goes to the TV output for the whole run.
+    if (settings.tvOut)
+        launch::startTv(m_cabinet.platform.keys);
 }
 
 void BlankerForm::failStart(const std::string& message)

@@ -7,6 +7,7 @@
 #include "config/SavedState.h"
 #include "config/SettingsFile.h"
 #include "core/VbMath.h"
+#include "input/JoystickMap.h"
 #include "input/KeyMap.h"
 #include "runtime/FormStack.h"
 #include "runtime/controls/MediaView.h"
@@ -111,7 +112,7 @@ void MainForm::Timer1_Timer()
         c.List1.setTop(height() + c.List1.height() + 300);
         c.List1.setLeft(width() + c.List1.width() + 300);
     });
-    // 26: GetJoyKeys, the joystick's bindings, joins here with the joystick feature.
+    step([&] { input::GetJoyKeys(m_cabinet.homeFile(input::kJoystickFileName), m_cabinet.joyMap); }); // 26
     step([&] { browser::makeVis(c); }); // 27
     step([&] { cabRefresh(); }); // 28
     step([&] { setSRate(); }); // 29

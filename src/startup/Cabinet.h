@@ -7,6 +7,7 @@
 #include "config/RunState.h"
 #include "config/SavedState.h"
 #include "config/Settings.h"
+#include "input/JoystickMap.h"
 #include "input/KeyMap.h"
 #include "platform/Platform.h"
 #include "runtime/FormStack.h"
@@ -25,6 +26,8 @@ struct Cabinet {
     catalogue::Catalogue catalogue;
     browser::Scheme scheme;
     input::KeyMap keys; // the thirteen command keys
+    input::JoystickMap joyMap; // joyKeys, the words of the stick's controls, and the exit button's mask
+    platform::JoyInfo joy; // the last reading of the stick, shared by every poll; a failed read keeps it
 
     // A file of the program's folder, written as the system names it ("\intro.mpeg", "gamelist.lst").
     std::string homeFile(const std::string& name) const;

@@ -38,9 +38,10 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
               [](int, const std::string&) {
                   // FIXME: the picture strip's pictures are shot here once picture strips exist.
               } })
+    , scan(catalogueContext(cabinet), nav, catalogue::ScanControls { *this, c.List1, c.lblPath, c.ll })
     , Timer1(addTimer("Timer1", 10, true, [this] { Timer1_Timer(); }))
     , timScr(addTimer("timScr", 1000, false))
-    , timjoy(addTimer("timjoy", 75, false))
+    , timjoy(addTimer("timjoy", 75, true, [this] { timjoy_Timer(); }))
     , timhigh(addTimer("timhigh", 150, true))
     , timWfExit(addTimer("timWfExit", 5, false))
     , timRefreshit(addTimer("timRefreshit", 400, false, [this] { timRefreshit_Timer(); }))
@@ -54,6 +55,10 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
     , timfx(addTimer("timfx", 1000, false, [this] { timfx_Timer(); }))
     , timscroller(addTimer("timscroller", 150, false, [this] { InputCheck(); }))
     , timscroller2(addTimer("timscroller2", 150, false, [this] { InputCheck2(); }))
+    , timkey(addTimer("timkey", 1200, false, [this] { timkey_Timer(); }))
+    , timLock(addTimer("timLock", 5000, false, [this] { timLock_Timer(); }))
+    , timfullscreen(addTimer("timfullscreen", 2000, false, [this] { timfullscreen_Timer(); }))
+    , timescape(addTimer("timescape", 200, false, [this] { timescape_Timer(); }))
     , m_cabinet(cabinet)
 {
     setCaption("Ombrel");
@@ -67,6 +72,7 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
     };
     nav.wireMouse();
     wireKeys();
+    wireLaunch();
 }
 
 void MainForm::Form_Load()
@@ -134,7 +140,7 @@ void MainForm::Form_MouseMove(int, int, double, double) { setMousePointer(0); }
 void MainForm::timRefreshit_Timer()
 {
     timRefreshit.setEnabled(false);
-    // FIXME: the ROM scan (refreshAll) starts here once the scan exists.
+    scan.refreshAll();
 }
 
 } // namespace ombrel::startup

@@ -5,9 +5,14 @@
 #include "browser/ListStrip.h"
 #include "browser/MainControls.h"
 #include "catalogue/Navigation.h"
+#include "catalogue/RomScan.h"
 #include "platform/Cursor.h"
 #include "runtime/Form.h"
 #include "runtime/controls/MediaView.h"
+
+namespace ombrel::launch {
+struct LaunchContext;
+}
 
 namespace ombrel::startup {
 
@@ -19,6 +24,7 @@ public:
 
     browser::MainControls c;
     catalogue::Navigator nav;
+    catalogue::RomScan scan; // refreshAll: the REFRESH command, and the first run
     browser::StripLayout strip;
     bool scaleOn = false;
     int highStep = 0;
@@ -44,6 +50,13 @@ public:
     runtime::Timer& timscroller2;
     platform::CursorPos lastCursor; // the mouse spinner's previous and current readings, screen pixels
     platform::CursorPos currentCursor;
+
+    // Starting a game and getting the screen back (MainLaunch.cpp).
+    runtime::Timer& timkey;
+    runtime::Timer& timLock;
+    runtime::Timer& timfullscreen;
+    runtime::Timer& timescape;
+    bool keysSent = false; // the first keys of the current launch have gone out
 
     void Form_Load() override;
     void Form_Resize() override;
@@ -77,6 +90,25 @@ public:
     // The previews and the click, for the current selection.
     void cabRefresh();
 
+    // The joystick (MainJoystick.cpp).
+    void timjoy_Timer();
+    // What the word bound to control theindex (0 to 15) does, then the saver countdown starts afresh.
+    void shootinput(int theindex);
+    // Looks up which button leaves a running game; called after each launch.
+    void checkExitbut();
+    // Reads the stick into the shared reading and says whether the exit button is the one button held.
+    bool exitButtonDown();
+
+    // Starting a game (MainLaunch.cpp). SELECT comes in through List1_DblClick, which plays the start
+    // sound first; a double click on the strip starts the game at once through runEmu.
+    void List1_DblClick();
+    void runEmu();
+    void timkey_Timer();
+    void timfullscreen_Timer();
+    void timescape_Timer();
+    void timWfExit_Timer();
+    void timLock_Timer();
+
 private:
     void Timer1_Timer(); // the boot sequence
     void timRefreshit_Timer();
@@ -84,6 +116,10 @@ private:
     // One step of the boot: a step that fails is passed over and the next one runs.
     template <class F> void step(F&& f);
     void wireKeys();
+    void wireLaunch();
+    // The end of the start sound starts the game.
+    void mpFX_PlayStateChange();
+    launch::LaunchContext launchContext();
     // Opens the picture of a preview panel full screen.
     void fullView(runtime::PictureControl& panel);
     // The spinner: a sideways move of the mouse since the last tick steps one way or the other.

@@ -11,13 +11,16 @@
 #include "core/VbMath.h"
 #include "input/Commands.h"
 #include "input/KeyMap.h"
+#include "launch/ReturnFromGame.h"
 #include "runtime/EventLoop.h"
 #include "runtime/FormStack.h"
 #include "startup/Cabinet.h"
-#include "system/DisplayModes.h"
+#include "startup/ErrorBoxForm.h"
+#include "system/Shutdown.h"
 
 #include <cstdint>
 #include <exception>
+#include <iostream>
 #include <limits>
 
 namespace ombrel::startup {
@@ -120,7 +123,7 @@ void MainForm::Form_KeyDown(int keyCode, int shift)
             moveOrView(timleft, c.xCabinet);
             break;
         case LogicalCommand::Refresh:
-            // FIXME: the ROM scan (refreshAll) runs here once the scan exists.
+            scan.refreshAll();
             break;
         case LogicalCommand::Select:
             timScr.setEnabled(false);
@@ -300,15 +303,27 @@ void MainForm::timfx_Timer()
     auto& settings = m_cabinet.settings;
     auto& run = m_cabinet.run;
     // FIXME: KillDisplay, taking the screen down, joins here with the screen-layout feature.
-    // FIXME: with tvOut, startMonitor (the key chord that gives the picture back to the monitor) joins
-    // here with the return-from-game feature.
+    // The picture goes back from the TV output to the monitor.
+    if (settings.tvOut)
+        passOver([&] { launch::startMonitor(m_cabinet.platform.keys); });
     passOver([&] {
-        // Only the widths tell whether the mode was changed at start.
+        // Only the widths tell whether the mode was changed at start. The desktop gets back the very
+        // mode it had, refresh rate and all.
         if (run.deskW != settings.scrW)
-            system::changeRes(
-                m_cabinet.platform.display, run.deskW, run.deskH, settings.deskBits, settings.deskFreq);
+            m_cabinet.platform.display.restore();
     });
-    // FIXME: with powerOff, ShutdownSystem (power-off) joins here with the shutdown feature.
+    if (settings.powerOff) {
+        try {
+            system::ShutdownSystem(m_cabinet.platform.power, system::kShutdownPowerOff);
+        } catch (const system::ShutdownError& error) {
+            // The machine stays on and the program ends all the same, once the player has been told.
+            const std::string text = system::errorBoxText(error);
+            std::cerr << "ombrel: " << text << "\n";
+            stack().trace("error " + text);
+            stack().form<ErrorBoxForm>("ErrorBox").showError(text, 1);
+            return;
+        }
+    }
     stack().trace("program end");
     loop().quit(0);
 }

@@ -345,7 +345,7 @@ TEST(SettingsFile, DemoCabinetFileReads)
     EXPECT_EQ(s.pathName[1] + "|" + s.romDir[1] + "|" + s.emuDir[1] + s.emuExe[1] + " " + s.emuOpts[1],
         "Arcade Classics|roms\\mame\\|emu\\demoemu -window");
     EXPECT_EQ(s.romDir[2] + s.pathName[2] + "|" + s.romDir[3] + "|" + s.romDir[4] + "|" + s.romDir[5],
-        "roms\\vector\\Vector Games|roms\\sports\\||roms\\pong\\");
+        "roms\\vector\\Vector Games|roms\\sports\\|roms\\homebrew\\|roms\\pong\\");
     EXPECT_EQ(s.emuDir[5] + s.emuExe[5] + " " + s.emuOpts[5], "/usr/games/mame -window -skip_gameinfo");
     EXPECT_EQ(s.u64Dir, "emus\\u64\\");
     EXPECT_EQ(s.scrollRate, 75);
