@@ -1,6 +1,7 @@
 // Navigator: the current list on screen, the walk among the lists, pages, and the strip's text.
 #include "catalogue/Navigation.h"
 
+#include "core/PassOver.h"
 #include "runtime/InputEvent.h"
 
 #include <array>
@@ -95,17 +96,6 @@ std::optional<std::string> pictureBase(
     }
 }
 
-// A failing statement is passed over and the next one runs: a selection the list box refuses, or a
-// strip row that has not been made.
-template <class Statement> void passOver(Statement&& statement)
-{
-    try {
-        std::forward<Statement>(statement)();
-    } catch (const runtime::InvalidValue&) {
-    } catch (const std::out_of_range&) {
-    }
-}
-
 } // namespace
 
 Navigator::Navigator(CatalogueContext context, NavigationControls controls)
@@ -160,7 +150,7 @@ void Navigator::loadLists()
 
     populateList();
     if (m_ui.List1.visible() && (!m_ui.mayFocusMain || m_ui.mayFocusMain()))
-        passOver([&] { m_ui.Main.setFocus(); });
+        core::passOver([&] { m_ui.Main.setFocus(); });
     gNextPath();
 }
 
@@ -206,9 +196,9 @@ void Navigator::populateList()
     }
 
     list1.setVisible(true);
-    passOver([&] { m_ui.Main.setFocus(); });
+    core::passOver([&] { m_ui.Main.setFocus(); });
     if (list1.listCount() >= 1)
-        passOver([&] { list1.setListIndex(0); });
+        core::passOver([&] { list1.setListIndex(0); });
 }
 
 void Navigator::walk(int direction)
@@ -226,7 +216,7 @@ void Navigator::walk(int direction)
             curPath = curPath <= 1 ? kLists : curPath - 1;
         populateList();
         if (list1.visible() && list1.listCount() >= 1) {
-            passOver([&] { list1.setListIndex(0); });
+            core::passOver([&] { list1.setListIndex(0); });
             return;
         }
     }
@@ -248,7 +238,7 @@ void Navigator::gNextPage()
     int count = list1.listCount();
     int index = list1.listIndex();
     int midRow = m_ctx.run.midRow;
-    passOver([&] { list1.setListIndex(count - 1 - index <= midRow ? count - 1 : index + midRow); });
+    core::passOver([&] { list1.setListIndex(count - 1 - index <= midRow ? count - 1 : index + midRow); });
 }
 
 void Navigator::gPrevPage()
@@ -256,7 +246,7 @@ void Navigator::gPrevPage()
     runtime::ListBox& list1 = m_ui.List1;
     int index = list1.listIndex();
     int midRow = m_ctx.run.midRow;
-    passOver([&] { list1.setListIndex(index <= midRow ? 0 : index - midRow); });
+    core::passOver([&] { list1.setListIndex(index <= midRow ? 0 : index - midRow); });
 }
 
 void Navigator::RefreshList()

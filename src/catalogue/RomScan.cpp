@@ -3,6 +3,7 @@
 
 #include "core/AtomicFile.h"
 #include "core/FieldReader.h"
+#include "core/PassOver.h"
 #include "runtime/FormStack.h"
 
 #include <exception>
@@ -11,15 +12,6 @@
 namespace ombrel::catalogue {
 
 namespace {
-
-// A failing statement is passed over and the next one runs.
-template <class Statement> void passOver(Statement&& statement)
-{
-    try {
-        std::forward<Statement>(statement)();
-    } catch (const std::exception&) {
-    }
-}
 
 // The ending of the file that stands for a game, by the list being written.
 const char* endingFor(const std::string& listFile)
@@ -68,18 +60,18 @@ RomScan::RomScan(CatalogueContext context, Navigator& nav, ScanControls controls
 
 void RomScan::refreshAll()
 {
-    passOver([&] {
+    core::passOver([&] {
         m_ui.List1.clear();
         m_ui.List1.setVisible(false);
     });
-    passOver([&] { DeleteList(); });
-    passOver([&] { CheckForFiles(); });
-    passOver([&] { m_nav.loadLists(); });
+    core::passOver([&] { DeleteList(); });
+    core::passOver([&] { CheckForFiles(); });
+    core::passOver([&] { m_nav.loadLists(); });
     // The scan ends on the first list whatever list the reading left on screen.
     m_ctx.run.curPath = 1;
     if (runtime::Label* top = m_ui.ll.get(0))
         top->setCaption("");
-    passOver([&] { m_nav.RefreshList(); });
+    core::passOver([&] { m_nav.RefreshList(); });
 }
 
 void RomScan::DeleteList()
@@ -95,7 +87,7 @@ void RomScan::CheckForFiles()
     const config::Settings& settings = m_ctx.settings;
     config::RunState& run = m_ctx.run;
 
-    passOver([&] {
+    core::passOver([&] {
         m_ui.List1.setVisible(false);
         m_ui.List1.clear();
     });
@@ -132,7 +124,7 @@ void RomScan::CheckForFiles()
 void RomScan::scanOne(const std::string& caption, const std::string& folder, const std::string& file)
 {
     // A fault on one list does not keep the others from being scanned.
-    passOver([&] {
+    core::passOver([&] {
         m_ui.lblPath.setCaption(caption);
         m_ctx.run.scanDir = folder;
         listFile = file;
@@ -233,7 +225,7 @@ const FolderListing& RomScan::listingOf(const std::string& folder)
 
 void RomScan::repaint()
 {
-    passOver([&] { m_ui.Main.stack().paintIfChanged(); });
+    core::passOver([&] { m_ui.Main.stack().paintIfChanged(); });
 }
 
 } // namespace ombrel::catalogue

@@ -5,7 +5,7 @@
 #include "core/AtomicFile.h"
 #include "core/FieldReader.h"
 #include "core/VbMath.h"
-#include "platform/Files.h"
+#include "platform/FieldFile.h"
 
 #include <cfloat>
 #include <cmath>
@@ -98,12 +98,7 @@ std::string integerText(std::optional<int16_t> value)
 
 std::string openCfg(const std::string& path, SavedState& state, double& saverCount)
 {
-    std::optional<core::FieldReader> file = core::FieldReader::open(path);
-    if (!file) {
-        platform::DiskFiles files;
-        if (std::optional<std::string> found = files.resolve(path))
-            file = core::FieldReader::open(*found);
-    }
+    std::optional<core::FieldReader> file = platform::openFieldFile(path);
     if (!file)
         return std::string(kSavedStateFileName) + ": cannot open " + path;
 

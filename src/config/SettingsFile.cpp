@@ -4,7 +4,7 @@
 #include "config/NumberText.h"
 #include "core/FieldReader.h"
 #include "core/VbMath.h"
-#include "platform/Files.h"
+#include "platform/FieldFile.h"
 
 #include <algorithm>
 #include <array>
@@ -277,13 +277,7 @@ void OpenINI(const std::string& home, Settings& settings, std::vector<SettingsLi
     if (lines)
         lines->clear();
     std::string path = settingsPath(home);
-    std::optional<core::FieldReader> reader = core::FieldReader::open(path);
-    if (!reader) {
-        // A cabinet moved from Windows may spell it "Ombrel.INI".
-        platform::DiskFiles files;
-        if (std::optional<std::string> found = files.resolve(path))
-            reader = core::FieldReader::open(*found);
-    }
+    std::optional<core::FieldReader> reader = platform::openFieldFile(path);
     if (!reader)
         throw SettingsError(std::string(kSettingsFileName) + ": cannot open " + path, 0, std::string());
 

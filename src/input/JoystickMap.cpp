@@ -3,23 +3,11 @@
 
 #include "core/FieldReader.h"
 #include "core/TextCodec.h"
-#include "platform/Files.h"
+#include "platform/FieldFile.h"
 
 namespace ombrel::input {
 
 namespace {
-
-std::optional<core::FieldReader> openJoystickFile(const std::string& path)
-{
-    std::optional<core::FieldReader> file = core::FieldReader::open(path);
-    if (!file) {
-        // A file brought from a Windows cabinet may be spelt in other letters.
-        platform::DiskFiles files;
-        if (std::optional<std::string> found = files.resolve(path))
-            file = core::FieldReader::open(*found);
-    }
-    return file;
-}
 
 // The field without its label, or nothing when it is shorter than the label. A label written in UTF-8
 // counts its characters, so a label with an accent is as long as it looks in an editor.
@@ -43,7 +31,7 @@ std::optional<std::string> withoutLabel(const std::string& field)
 
 std::string GetJoyKeys(const std::string& path, JoystickMap& map)
 {
-    std::optional<core::FieldReader> file = openJoystickFile(path);
+    std::optional<core::FieldReader> file = platform::openFieldFile(path);
     if (!file)
         return std::string(kJoystickFileName) + ": cannot open " + path;
     size_t index = 0;

@@ -4,7 +4,7 @@
 #include "core/AtomicFile.h"
 #include "core/FieldReader.h"
 #include "core/VbMath.h"
-#include "platform/Files.h"
+#include "platform/FieldFile.h"
 
 namespace ombrel::input {
 
@@ -15,18 +15,6 @@ struct Stop
 {
     std::string message;
 };
-
-std::optional<core::FieldReader> openKeyFile(const std::string& path)
-{
-    std::optional<core::FieldReader> file = core::FieldReader::open(path);
-    if (!file) {
-        // A key map brought from a Windows cabinet may be spelt in other letters.
-        platform::DiskFiles files;
-        if (std::optional<std::string> found = files.resolve(path))
-            file = core::FieldReader::open(*found);
-    }
-    return file;
-}
 
 // One value of the file; throws Stop when it cannot be taken as a key.
 KeyCode readKey(core::FieldReader& reader, int field)
@@ -50,7 +38,7 @@ KeyCode readKey(core::FieldReader& reader, int field)
 
 std::string getKeys(const std::string& path, KeyMap& keys)
 {
-    std::optional<core::FieldReader> file = openKeyFile(path);
+    std::optional<core::FieldReader> file = platform::openFieldFile(path);
     if (!file) {
         keys.keyConfig = kTabKey;
         return std::string(kKeyMapFileName) + ": cannot open " + path;

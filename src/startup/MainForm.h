@@ -113,8 +113,6 @@ private:
     void Timer1_Timer(); // the boot sequence
     void timRefreshit_Timer();
     void frmMenuFocus();
-    // One step of the boot: a step that fails is passed over and the next one runs.
-    template <class F> void step(F&& f);
     void wireKeys();
     void wireLaunch();
     // The end of the start sound starts the game.

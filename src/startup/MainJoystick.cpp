@@ -7,6 +7,7 @@
 #include "startup/MainForm.h"
 
 #include "input/JoystickMap.h"
+#include "core/PassOver.h"
 #include "runtime/FormStack.h"
 #include "startup/Cabinet.h"
 
@@ -14,18 +15,6 @@
 
 namespace ombrel::startup {
 
-namespace {
-
-// A command that fails is passed over, so the countdown still starts afresh behind it.
-template <class F> void passOver(F&& f)
-{
-    try {
-        f();
-    } catch (const std::exception&) {
-    }
-}
-
-} // namespace
 
 void MainForm::timjoy_Timer()
 {
@@ -50,7 +39,7 @@ void MainForm::shootinput(int theindex)
     if (theindex >= 0 && theindex < input::kJoyControls)
         command = input::joyCommand(m_cabinet.joyMap.joyKeys[static_cast<size_t>(theindex)]);
     if (command) {
-        passOver([&] {
+        core::passOver([&] {
             switch (*command) {
             case LogicalCommand::Select:
                 timScr.setEnabled(false);

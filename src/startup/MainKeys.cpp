@@ -12,6 +12,7 @@
 #include "input/Commands.h"
 #include "input/KeyMap.h"
 #include "launch/ReturnFromGame.h"
+#include "core/PassOver.h"
 #include "runtime/EventLoop.h"
 #include "runtime/FormStack.h"
 #include "startup/Cabinet.h"
@@ -26,15 +27,6 @@
 namespace ombrel::startup {
 
 namespace {
-
-// One statement of a handler that passes over its failures and goes on with the next.
-template <class F> void passOver(F&& f)
-{
-    try {
-        f();
-    } catch (const std::exception&) {
-    }
-}
 
 // The slowest repeat rate the path timers and the joystick poll can take: three times the
 // movement rate must fit a 16-bit value.
@@ -84,7 +76,7 @@ void MainForm::Form_KeyDown(int keyCode, int shift)
             timer.setEnabled(true);
         }
     };
-    passOver([&] {
+    core::passOver([&] {
         switch (*command) {
         case LogicalCommand::Info: {
             runtime::Form& info = stack().form("Info");
@@ -138,16 +130,16 @@ void MainForm::Form_KeyUp(int, int)
 {
     // Releasing any key stops every repeat, so of two movement keys held together, letting go of
     // either stops both.
-    passOver([&] {
+    core::passOver([&] {
         for (runtime::Timer* timer : { &timdown, &timUp, &timleft, &timright, &timNp, &timPp })
             timer->setEnabled(false);
     });
-    passOver([&] {
+    core::passOver([&] {
         timScr.setEnabled(true);
         m_cabinet.run.saverCount = m_cabinet.saved.saverDelay;
     });
     // The pictures and the click of the row the selection came to rest on.
-    passOver([&] { cabRefresh(); });
+    core::passOver([&] { cabRefresh(); });
 }
 
 void MainForm::timUp_Timer()
@@ -155,9 +147,9 @@ void MainForm::timUp_Timer()
     auto& list = c.List1;
     // Held against the top of the list, the key loads nothing.
     if (list.listCount() > 0 && list.listIndex() != 0) {
-        passOver([&] { list.setListIndex(list.listIndex() - 1); });
-        passOver([&] { nav.RefreshList(); });
-        passOver([&] { cabRefresh(); });
+        core::passOver([&] { list.setListIndex(list.listIndex() - 1); });
+        core::passOver([&] { nav.RefreshList(); });
+        core::passOver([&] { cabRefresh(); });
     }
 }
 
@@ -165,38 +157,38 @@ void MainForm::timdown_Timer()
 {
     auto& list = c.List1;
     if (list.listCount() >= 1 && list.listIndex() != list.listCount() - 1) {
-        passOver([&] { list.setListIndex(list.listIndex() + 1); });
-        passOver([&] { nav.RefreshList(); });
-        passOver([&] { cabRefresh(); });
+        core::passOver([&] { list.setListIndex(list.listIndex() + 1); });
+        core::passOver([&] { nav.RefreshList(); });
+        core::passOver([&] { cabRefresh(); });
     }
 }
 
 void MainForm::timleft_Timer()
 {
-    passOver([&] { nav.gPrevPage(); });
-    passOver([&] { nav.RefreshList(); });
-    passOver([&] { cabRefresh(); });
+    core::passOver([&] { nav.gPrevPage(); });
+    core::passOver([&] { nav.RefreshList(); });
+    core::passOver([&] { cabRefresh(); });
 }
 
 void MainForm::timright_Timer()
 {
-    passOver([&] { nav.gNextPage(); });
-    passOver([&] { nav.RefreshList(); });
-    passOver([&] { cabRefresh(); });
+    core::passOver([&] { nav.gNextPage(); });
+    core::passOver([&] { nav.RefreshList(); });
+    core::passOver([&] { cabRefresh(); });
 }
 
 void MainForm::timNp_Timer()
 {
-    passOver([&] { nav.gNextPath(); });
-    passOver([&] { nav.RefreshList(); });
-    passOver([&] { cabRefresh(); });
+    core::passOver([&] { nav.gNextPath(); });
+    core::passOver([&] { nav.RefreshList(); });
+    core::passOver([&] { cabRefresh(); });
 }
 
 void MainForm::timPp_Timer()
 {
-    passOver([&] { nav.gPrevPath(); });
-    passOver([&] { nav.RefreshList(); });
-    passOver([&] { cabRefresh(); });
+    core::passOver([&] { nav.gPrevPath(); });
+    core::passOver([&] { nav.RefreshList(); });
+    core::passOver([&] { cabRefresh(); });
 }
 
 void MainForm::setSRate()
@@ -243,13 +235,13 @@ void MainForm::timScr_Timer()
         return;
     run.saverAuto = true;
     timScr.setEnabled(false);
-    passOver([&] {
+    core::passOver([&] {
         runtime::Form& saver = stack().form("ScreenSav");
         saver.setHeight(height());
         saver.setWidth(width());
         saver.show();
     });
-    passOver([&] { hide(); });
+    core::passOver([&] { hide(); });
 }
 
 void MainForm::startSaverNow()
@@ -273,13 +265,13 @@ void MainForm::exitCommand()
 {
     auto& cabinet = m_cabinet;
     // The key map is saved on every exit, whether it changed or not.
-    passOver([&] {
+    core::passOver([&] {
         const std::string path = cabinet.homeFile(input::kKeyMapFileName);
         const std::string error = input::saveKeys(path, cabinet.keys);
         stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
     });
-    passOver([&] { SaveCfg(); });
-    passOver([&] {
+    core::passOver([&] { SaveCfg(); });
+    core::passOver([&] {
         if (!cabinet.saved.muted) {
             platform::MediaPlayer& player = mpFX.player();
             player.setFileName(
@@ -305,8 +297,8 @@ void MainForm::timfx_Timer()
     // FIXME: KillDisplay, taking the screen down, joins here with the screen-layout feature.
     // The picture goes back from the TV output to the monitor.
     if (settings.tvOut)
-        passOver([&] { launch::startMonitor(m_cabinet.platform.keys); });
-    passOver([&] {
+        core::passOver([&] { launch::startMonitor(m_cabinet.platform.keys); });
+    core::passOver([&] {
         // Only the widths tell whether the mode was changed at start. The desktop gets back the very
         // mode it had, refresh rate and all.
         if (run.deskW != settings.scrW)
