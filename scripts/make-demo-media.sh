@@ -43,9 +43,10 @@ ART = {
     "mmaze": "marquees",
 }
 
-# A folder without a list file is left for the front end's scan to find (REFRESH).
+# The demo ships no list files: no list has a game at the first start, so the front end scans its
+# folders by itself and writes them (names kept here to remove stale copies).
 FOLDERS = {"M": ("roms/mame", "l 1.lst"), "V": ("roms/vector", "l 2.lst"),
-           "S": ("roms/sports", "l 3.lst"), "H": ("roms/homebrew", None),
+           "S": ("roms/sports", "l 3.lst"), "H": ("roms/homebrew", "l 4.lst"),
            "P": ("roms/pong", "l 5.lst"), "U": ("emus/u64/roms", "l23.lst")}
 ENDINGS = {"U": ".img"}
 
@@ -76,7 +77,7 @@ assert all(r in roms and dict((g[0], g[2]) for g in games)[r] == "M" for r in AR
 
 crlf_file("gamelist.lst", [quoted(rom, description) for rom, description, _ in games])
 
-# Placeholder ROMs and the list files, in the master list's order as a scan writes them.
+# Placeholder ROMs; the list files are the front end's to write.
 for folder, _ in FOLDERS.values():
     shutil.rmtree(os.path.join(demo, folder), ignore_errors=True)
     os.makedirs(os.path.join(demo, folder))
@@ -84,15 +85,12 @@ for key, (folder, list_name) in FOLDERS.items():
     present = [(rom, d) for rom, d, where in games if where == key]
     for rom, _ in present:
         open(os.path.join(demo, folder, rom + ENDINGS.get(key, ".zip")), "wb").close()
-    if list_name:
-        crlf_file(list_name, [quoted(rom, d) for rom, d in present])
-
-# The Homebrew list's file is made by the front end: the first start creates it empty, REFRESH fills it.
-if os.path.exists(os.path.join(demo, "l 4.lst")):
-    os.remove(os.path.join(demo, "l 4.lst"))
+    if os.path.exists(os.path.join(demo, list_name)):
+        os.remove(os.path.join(demo, list_name))
 
 with open(os.path.join(demo, "emus/u64/README.txt"), "w") as out:
-    out.write("Folder of the Ultra 64 emulator of the demo cabinet. No emulator is shipped;\n"
+    out.write("Folder of the Ultra 64 emulator of the demo cabinet. u64emu and u64emu2 stand in for its\n"
+              "two programs: they start the demo emulator, which shows the keys pressed into it.\n"
               "roms/ holds empty placeholder images so that a scan finds the three games.\n")
 
 crlf_file("extra.lst", [
