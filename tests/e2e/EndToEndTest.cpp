@@ -70,6 +70,15 @@ protected:
         // The demo cabinet, without its film so the browser comes up at once.
         fs::copy(fs::path(sourceDir()) / "demo", home.root(), fs::copy_options::recursive);
         fs::remove(home.root() / "intro.mpeg");
+        // The demo ships without list files; its first start scans for them. Let the program do that
+        // once, headless, so each test starts from a cabinet as a returning player finds it.
+        const std::string saved = home.read("ombrel.cfg");
+        const std::string script = home.write("first-start.replay", "at 2000 end\n");
+        const std::string command = std::string("'") + OMBREL_BINARY + "' --home '" + home.path() + "' --replay '"
+            + script + "' > /dev/null 2>&1";
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+        ASSERT_TRUE(home.exists("l 1.lst"));
+        home.write("ombrel.cfg", saved);
     }
 
     // The built demo emulator, placed in the cabinet under the name a settings file gives it.
