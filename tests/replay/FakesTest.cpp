@@ -8,6 +8,7 @@
 #include "replay/TraceWriter.h"
 #include "runtime/EventSource.h"
 
+#include "RuntimeFixture.h"
 #include "TempHome.h"
 
 #include <gmock/gmock.h>
@@ -21,24 +22,7 @@ namespace {
 using ::testing::ElementsAre;
 
 // The loop's clock jumps to each deadline.
-class Jumper final : public runtime::EventSource {
-public:
-    explicit Jumper(runtime::VirtualClock& clock)
-        : m_clock(clock)
-    {
-    }
-    void poll(runtime::EventLoop&) override { }
-    bool wait(runtime::EventLoop&, std::optional<int64_t> deadline) override
-    {
-        if (!deadline)
-            return false;
-        m_clock.advanceTo(*deadline);
-        return true;
-    }
-
-private:
-    runtime::VirtualClock& m_clock;
-};
+using Jumper = test::JumpingSource;
 
 class FakeMediaPlayerTest : public ::testing::Test {
 protected:
