@@ -2,6 +2,8 @@
 // with the key map.
 #include "input/Commands.h"
 
+#include "CabinetKeys.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
@@ -14,24 +16,7 @@ using input::LogicalCommand;
 
 namespace {
 
-KeyMap cabinetKeys()
-{
-    KeyMap keys;
-    keys.keyUp = 38;
-    keys.keyDown = 40;
-    keys.keyNextPage = 34;
-    keys.keyPrevPage = 33;
-    keys.keyRefresh = 116;
-    keys.keyConfig = 9;
-    keys.keyNextPath = 39;
-    keys.keyPrevPath = 37;
-    keys.keySelect = 13;
-    keys.keyExit = 27;
-    keys.keySaver = 53;
-    keys.keyMute = 77;
-    keys.keyInfo = 49;
-    return keys;
-}
+using test::cabinetKeys;
 
 TEST(CommandsTest, EachKeyOfTheMapGivesItsCommand)
 {

@@ -4,6 +4,8 @@
 
 #include "input/KeyMap.h"
 
+#include "CabinetKeys.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -106,20 +108,7 @@ TEST(KeyMapTest, FileWrittenOnWindowsIsFoundWhateverItsCase)
 TEST(KeyMapTest, WritesOneLineOfThirteenCodesAndReadsItBack)
 {
     test::TempHome home;
-    KeyMap keys;
-    keys.keyUp = 38;
-    keys.keyDown = 40;
-    keys.keyNextPage = 34;
-    keys.keyPrevPage = 33;
-    keys.keyRefresh = 116;
-    keys.keyConfig = 9;
-    keys.keyNextPath = 39;
-    keys.keyPrevPath = 37;
-    keys.keySelect = 13;
-    keys.keyExit = 27;
-    keys.keySaver = 53;
-    keys.keyMute = 77;
-    keys.keyInfo = 49;
+    KeyMap keys = test::cabinetKeys();
     const std::string path = home.path() + "omkeys.cfg";
     ASSERT_EQ(input::saveKeys(path, keys), "");
     EXPECT_EQ(home.read("omkeys.cfg"), "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n");
