@@ -1,6 +1,7 @@
 // Navigation: the walk among the lists, pages, the strip around the selection, the picture strip's
 // folder, the empty catalogue's message, the mouse, and loading every list at start.
 #include "RuntimeFixture.h"
+#include "BrowserListTest.h"
 #include "TempHome.h"
 
 #include "catalogue/Navigation.h"
@@ -20,26 +21,12 @@ namespace {
 // A GIF header is all a logo needs to load.
 const std::string kGif("GIF89a\x02\x00\x02\x00", 10);
 
-class NavigationTest : public ::testing::Test
+class NavigationTest : public test::BrowserListTest
 {
 protected:
     NavigationTest()
     {
-        fx.forms.define(
-            "Main", [](runtime::FormStack& s) { return std::make_unique<runtime::Form>(s, "Main"); });
-        main = &fx.forms.form("Main");
-        main->show();
-        list1 = &main->add<runtime::ListBox>("List1");
-        lblPath = &main->add<runtime::Label>("lblPath");
-        xlogo = &main->add<runtime::Image>("xlogo");
-        ll.emplace(*main, "ll");
-        lblNav.emplace(*main, "lblNav");
-        for (int k = 0; k < 5; ++k) {
-            ll->create(k);
-            lblNav->create(k);
-        }
-        run.midRow = 2;
-        nav.emplace(catalogue::CatalogueContext { settings, run, cat, fx.files, home.path() },
+        nav.emplace(context(),
             catalogue::NavigationControls { *main, *list1, *lblPath, *xlogo, *ll, *lblNav, {},
                 [this](int path, const std::string& fallback) {
                     shots.push_back({ path, fallback });
@@ -79,17 +66,6 @@ protected:
         return out;
     }
 
-    test::TempHome home;
-    config::Settings settings;
-    config::RunState run;
-    catalogue::Catalogue cat;
-    test::RuntimeFixture fx;
-    runtime::Form* main = nullptr;
-    runtime::ListBox* list1 = nullptr;
-    runtime::Label* lblPath = nullptr;
-    runtime::Image* xlogo = nullptr;
-    std::optional<runtime::ControlArray<runtime::Label>> ll;
-    std::optional<runtime::ControlArray<runtime::Label>> lblNav;
     std::vector<std::pair<int, std::string>> shots;
     std::optional<catalogue::Navigator> nav;
 };

@@ -1,6 +1,7 @@
 // The ROM scan: which games each list gets and in what order, the list files' text, the two Ultra 64
 // folders, what the player sees while it runs, and what damaged or missing input leaves behind.
 #include "RuntimeFixture.h"
+#include "BrowserListTest.h"
 #include "TempHome.h"
 
 #include "catalogue/Navigation.h"
@@ -30,26 +31,12 @@ std::string lines(const Games& games)
     return text;
 }
 
-class RomScanTest : public ::testing::Test
+class RomScanTest : public test::BrowserListTest
 {
 protected:
     RomScanTest()
     {
-        fx.forms.define(
-            "Main", [](runtime::FormStack& s) { return std::make_unique<runtime::Form>(s, "Main"); });
-        main = &fx.forms.form("Main");
-        main->show();
-        list1 = &main->add<runtime::ListBox>("List1");
-        lblPath = &main->add<runtime::Label>("lblPath");
-        xlogo = &main->add<runtime::Image>("xlogo");
-        ll.emplace(*main, "ll");
-        lblNav.emplace(*main, "lblNav");
-        for (int k = 0; k < 5; ++k) {
-            ll->create(k);
-            lblNav->create(k);
-        }
-        run.midRow = 2;
-        catalogue::CatalogueContext ctx { settings, run, cat, fx.files, home.path() };
+        catalogue::CatalogueContext ctx = context();
         nav.emplace(ctx, catalogue::NavigationControls { *main, *list1, *lblPath, *xlogo, *ll, *lblNav, {}, {} });
         scan.emplace(ctx, *nav, catalogue::ScanControls { *main, *list1, *lblPath, *ll });
     }
@@ -69,18 +56,7 @@ protected:
         return out;
     }
 
-    test::TempHome home;
     test::TempHome elsewhere; // a folder given with its full path
-    config::Settings settings;
-    config::RunState run;
-    catalogue::Catalogue cat;
-    test::RuntimeFixture fx;
-    runtime::Form* main = nullptr;
-    runtime::ListBox* list1 = nullptr;
-    runtime::Label* lblPath = nullptr;
-    runtime::Image* xlogo = nullptr;
-    std::optional<runtime::ControlArray<runtime::Label>> ll;
-    std::optional<runtime::ControlArray<runtime::Label>> lblNav;
     std::optional<catalogue::Navigator> nav;
     std::optional<catalogue::RomScan> scan;
 };
