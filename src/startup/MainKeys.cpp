@@ -257,7 +257,7 @@ void MainForm::SaveCfg()
     saved.lastIndex = core::toInteger(c.List1.listIndex()).value_or(-1);
     saved.lastPath = core::toInteger(m_cabinet.run.curPath).value_or(0);
     const std::string path = m_cabinet.homeFile(config::kSavedStateFileName);
-    const std::string error = config::saveCfg(path, saved);
+    const std::string error = config::saveCfg(m_cabinet.platform.files, path, saved);
     stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
 }
 
@@ -267,7 +267,7 @@ void MainForm::exitCommand()
     // The key map is saved on every exit, whether it changed or not.
     core::passOver([&] {
         const std::string path = cabinet.homeFile(input::kKeyMapFileName);
-        const std::string error = input::saveKeys(path, cabinet.keys);
+        const std::string error = input::saveKeys(cabinet.platform.files, path, cabinet.keys);
         stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
     });
     core::passOver([&] { SaveCfg(); });
