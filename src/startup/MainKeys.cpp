@@ -17,6 +17,7 @@
 #include "runtime/FormStack.h"
 #include "startup/Cabinet.h"
 #include "startup/ErrorBoxForm.h"
+#include "system/DisplayModes.h"
 #include "system/Shutdown.h"
 
 #include <cstdint>
@@ -299,10 +300,10 @@ void MainForm::timfx_Timer()
     if (settings.tvOut)
         core::passOver([&] { launch::startMonitor(m_cabinet.platform.keys); });
     core::passOver([&] {
-        // Only the widths tell whether the mode was changed at start. The desktop gets back the very
-        // mode it had, refresh rate and all.
+        // Only the widths tell whether the mode was changed at start.
         if (run.deskW != settings.scrW)
-            m_cabinet.platform.display.restore();
+            system::restoreRes(m_cabinet.platform.display, run.deskW, run.deskH, settings.deskBits,
+                settings.deskFreq);
     });
     if (settings.powerOff) {
         try {
