@@ -2,14 +2,14 @@
 #pragma once
 
 #include "platform/DisplayMode.h"
+#include "platform/fake/FakeDisplayMode.h"
 #include "runtime/Trace.h"
-
-#include <string>
 
 namespace ombrel::app {
 
-// Writes the lines the replay's stand-in writes ("display <w>x<h> bits <b> freq <f>", "display
-// restore"), before the request reaches the display, so a real run's trace reads like a replay's.
+// Writes the lines the replay's stand-in writes ("display <w>x<h> bits <b> freq <f>", "display restore
+// <w>x<h> bits <b> freq <f>"), before the request reaches the display, so a real run's trace reads like
+// a replay's.
 class TracedDisplayMode final : public platform::DisplayMode
 {
 public:
@@ -21,14 +21,13 @@ public:
     runtime::PixelSize desktopSize() override { return m_display.desktopSize(); }
     int change(int width, int height, int bits, int freq) override
     {
-        m_trace.effect("display " + std::to_string(width) + "x" + std::to_string(height) + " bits "
-            + std::to_string(bits) + " freq " + std::to_string(freq));
+        m_trace.effect("display " + platform::fake::modeText(width, height, bits, freq));
         return m_display.change(width, height, bits, freq);
     }
-    int restore() override
+    int restore(int width, int height, int bits, int freq) override
     {
-        m_trace.effect("display restore");
-        return m_display.restore();
+        m_trace.effect("display restore " + platform::fake::modeText(width, height, bits, freq));
+        return m_display.restore(width, height, bits, freq);
     }
 
 private:

@@ -1,7 +1,6 @@
 // RomScan: the scan of every list's folder against the master list, and the list files it writes.
 #include "catalogue/RomScan.h"
 
-#include "core/AtomicFile.h"
 #include "core/FieldReader.h"
 #include "core/PassOver.h"
 #include "runtime/FormStack.h"
@@ -184,7 +183,7 @@ void RomScan::writeListFile()
     // rebuild.
     if (m_ctx.catalogue.gameList.at(1, 1).empty() && holdsGames(path))
         return;
-    const std::string error = core::writeFileAtomic(path, listFileText(m_ctx.catalogue.scanList));
+    const std::string error = m_ctx.files.write(path, listFileText(m_ctx.catalogue.scanList));
     runtime::FormStack& forms = m_ui.Main.stack();
     forms.trace("file write " + forms.relative(path) + (error.empty() ? "" : " failed"));
 }

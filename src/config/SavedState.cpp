@@ -2,10 +2,10 @@
 #include "config/SavedState.h"
 
 #include "config/NumberText.h"
-#include "core/AtomicFile.h"
 #include "core/FieldReader.h"
 #include "core/VbMath.h"
 #include "platform/FieldFile.h"
+#include "platform/Files.h"
 
 #include <cfloat>
 #include <cmath>
@@ -138,9 +138,9 @@ std::string formatCfg(const SavedState& state)
     return text;
 }
 
-std::string saveCfg(const std::string& path, const SavedState& state)
+std::string saveCfg(platform::Files& files, const std::string& path, const SavedState& state)
 {
-    return core::writeFileAtomic(path, formatCfg(state));
+    return files.write(path, formatCfg(state));
 }
 
 } // namespace ombrel::config

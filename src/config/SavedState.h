@@ -5,6 +5,10 @@
 #include <optional>
 #include <string>
 
+namespace ombrel::platform {
+class Files;
+}
+
 namespace ombrel::config {
 
 // The nine values of ombrel.cfg, one a line, in this order.
@@ -38,6 +42,6 @@ std::string formatCfg(const SavedState& state);
 // Replaces the file as a whole with formatCfg(state). The caller first stores the selection and the
 // current path in lastIndex and lastPath. Returns an empty string, or why the file could not be written
 // (the old file is then untouched).
-std::string saveCfg(const std::string& path, const SavedState& state);
+std::string saveCfg(platform::Files& files, const std::string& path, const SavedState& state);
 
 } // namespace ombrel::config

@@ -1,10 +1,10 @@
 // KeyMap: reading and writing omkeys.cfg.
 #include "input/KeyMap.h"
 
-#include "core/AtomicFile.h"
 #include "core/FieldReader.h"
 #include "core/VbMath.h"
 #include "platform/FieldFile.h"
+#include "platform/Files.h"
 
 namespace ombrel::input {
 
@@ -68,9 +68,9 @@ std::string formatKeys(const KeyMap& keys)
     return line + "\r\n";
 }
 
-std::string saveKeys(const std::string& path, const KeyMap& keys)
+std::string saveKeys(platform::Files& files, const std::string& path, const KeyMap& keys)
 {
-    return core::writeFileAtomic(path, formatKeys(keys));
+    return files.write(path, formatKeys(keys));
 }
 
 } // namespace ombrel::input

@@ -6,6 +6,10 @@
 #include <optional>
 #include <string>
 
+namespace ombrel::platform {
+class Files;
+}
+
 namespace ombrel::input {
 
 // A Windows virtual-key code, as the key events and omkeys.cfg carry it; empty while the command has
@@ -70,6 +74,6 @@ std::string formatKeys(const KeyMap& keys);
 
 // Replaces the file as a whole with formatKeys(keys). Returns an empty string, or why it could not be
 // written (the old file is then untouched).
-std::string saveKeys(const std::string& path, const KeyMap& keys);
+std::string saveKeys(platform::Files& files, const std::string& path, const KeyMap& keys);
 
 } // namespace ombrel::input

@@ -2,6 +2,8 @@
 // found as written.
 #include "platform/Files.h"
 
+#include "core/AtomicFile.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
@@ -122,6 +124,11 @@ std::vector<std::string> DiskFiles::list(const std::string& folder)
     auto names = entriesOf(*found, true);
     std::sort(names.begin(), names.end());
     return names;
+}
+
+std::string DiskFiles::write(const std::string& path, std::string_view bytes)
+{
+    return core::writeFileAtomic(path, bytes);
 }
 
 } // namespace ombrel::platform

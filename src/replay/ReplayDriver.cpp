@@ -28,7 +28,20 @@ ReplayDriver::~ReplayDriver()
 
 bool ReplayDriver::isInput(const ScriptStep& step)
 {
-    return step.action == Action::Input || step.action == Action::Joy;
+    switch (step.action) {
+    case Action::Input:
+    case Action::Joy:
+    case Action::FailLaunch:
+    case Action::FailWrite:
+    case Action::RefusePower:
+        return true;
+    case Action::ProcessExit:
+    case Action::Screenshot:
+    case Action::Dump:
+    case Action::End:
+        break;
+    }
+    return false;
 }
 
 bool ReplayDriver::wait(runtime::EventLoop& loop, std::optional<int64_t> deadlineMs)
@@ -76,7 +89,10 @@ bool ReplayDriver::wait(runtime::EventLoop& loop, std::optional<int64_t> deadlin
             return false;
         case Action::Input:
         case Action::Joy:
-            break;
+        case Action::FailLaunch:
+        case Action::FailWrite:
+        case Action::RefusePower:
+            break; // served by postInputsDueNow
         }
     }
     return false;
@@ -94,6 +110,10 @@ void ReplayDriver::deliver(const ScriptStep& step, bool gameHasInput)
     using runtime::InputKind;
     if (step.action == Action::Joy) {
         m_devices.joystick.set(step.joy);
+        return;
+    }
+    if (step.action != Action::Input) {
+        arm(step);
         return;
     }
     const runtime::InputEvent& event = step.input;
@@ -117,6 +137,28 @@ void ReplayDriver::deliver(const ScriptStep& step, bool gameHasInput)
         m_loop.postInput(event);
 }
 
+void ReplayDriver::arm(const ScriptStep& step)
+{
+    switch (step.action) {
+    case Action::FailLaunch:
+        m_devices.processes.failNextStart();
+        break;
+    case Action::FailWrite:
+        m_devices.files.failNextWrite(step.file);
+        break;
+    case Action::RefusePower:
+        // The power-off itself refuses with its own number; every other number is the check's answer.
+        if (step.errorNumber == platform::kErrShutdownFailed)
+            m_devices.power.setPowerOffResult(step.errorNumber);
+        else
+            m_devices.power.setCheckResult(step.errorNumber);
+        m_devices.power.setSystemError(step.systemError);
+        break;
+    default:
+        break;
+    }
+}
+
 bool ReplayDriver::waitForProcess(int id)
 {
     (void)id; // the script ends whichever game runs
@@ -131,6 +173,9 @@ bool ReplayDriver::waitForProcess(int id)
         switch (step.action) {
         case Action::Input:
         case Action::Joy:
+        case Action::FailLaunch:
+        case Action::FailWrite:
+        case Action::RefusePower:
             deliver(step, true);
             break;
         case Action::Screenshot:

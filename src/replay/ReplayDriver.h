@@ -7,7 +7,9 @@
 #include "platform/fake/FakeCursor.h"
 #include "platform/fake/FakeJoystick.h"
 #include "platform/fake/FakeKeyState.h"
+#include "platform/fake/FakePower.h"
 #include "platform/fake/FakeProcesses.h"
+#include "replay/ReplayFiles.h"
 #include "replay/ReplayScript.h"
 #include "runtime/Clock.h"
 #include "runtime/DrawList.h"
@@ -26,6 +28,8 @@ struct ReplayDevices {
     platform::fake::FakeJoystick& joystick;
     platform::fake::FakeCursor& cursor;
     platform::fake::FakeProcesses& processes;
+    platform::fake::FakePower& power;
+    ReplayFiles& files;
     platform::Renderer& renderer;
 };
 
@@ -33,7 +37,8 @@ struct ReplayDevices {
 // dump is taken once everything due at its moment has run. While the program waits for a game
 // (Processes::waitForExit) nothing of the program runs: the clock jumps to the script's next
 // "process exit", key and mouse lines in between are dropped (the game had them), the key state and the
-// stick still change, and focus changes queue up for when the wait is over.
+// stick still change, and focus changes queue up for when the wait is over. The script's faults are
+// served like input: in script order with the input of their moment, and during a wait too.
 class ReplayDriver final : public runtime::EventSource {
 public:
     // A script without "end" ends when nothing is pending, or this long after its last line, whichever
@@ -58,10 +63,12 @@ public:
     bool ended() const { return m_ended; }
 
 private:
+    // Input and faults: served at their moment before its timers.
     static bool isInput(const ScriptStep& step);
     bool waitForProcess(int id);
     void postInputsDueNow();
     void deliver(const ScriptStep& step, bool gameHasInput);
+    void arm(const ScriptStep& step);
     void screenshot(const ScriptStep& step);
     void dump();
     void finish();

@@ -2,7 +2,6 @@
 // disk, pictures and fonts painted off screen, a virtual clock driven by the script, and the trace.
 #pragma once
 
-#include "platform/Files.h"
 #include "platform/Platform.h"
 #include "platform/fake/FakeCursor.h"
 #include "platform/fake/FakeDisplayMode.h"
@@ -16,6 +15,7 @@
 #include "platform/sdl/SdlImages.h"
 #include "platform/sdl/SdlRenderer.h"
 #include "replay/ReplayDriver.h"
+#include "replay/ReplayFiles.h"
 #include "replay/ReplayScript.h"
 #include "replay/TraceWriter.h"
 #include "runtime/Clock.h"
@@ -46,7 +46,7 @@ private:
     runtime::VirtualClock m_clock;
     TraceWriter m_trace;
     runtime::EventLoop m_loop;
-    platform::DiskFiles m_files;
+    ReplayFiles m_files;
     platform::fake::FakeMediaPlayers m_media;
     platform::fake::FakeProcesses m_processes;
     platform::fake::FakeKeyInjector m_keys;

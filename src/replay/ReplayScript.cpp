@@ -2,6 +2,8 @@
 // a script with a mistake is never run, so a test never passes on half a script.
 #include "replay/ReplayScript.h"
 
+#include "platform/Power.h"
+
 #include <charconv>
 #include <filesystem>
 #include <fstream>
@@ -190,6 +192,37 @@ void readJoy(LineReader& in, ScriptStep& step)
         throw ScriptError { "a joy line needs x, y and buttons" };
 }
 
+// "power refuse <number> [errno N]": the number in hexadecimal, as the error box shows it. The
+// power-off's own refusal comes from the power-off; the others from the check before it.
+void readPowerRefusal(LineReader& in, ScriptStep& step)
+{
+    if (in.next("refuse after power") != "refuse")
+        throw ScriptError { "expected power refuse" };
+    const std::string_view word = in.next("error number after power refuse");
+    uint32_t number = 0;
+    const auto [end, ec] = std::from_chars(word.data(), word.data() + word.size(), number, 16);
+    const bool known = ec == std::errc() && end == word.data() + word.size() && word.size() == 8
+        && number >= uint32_t(platform::kErrShutdownFailed) && number <= uint32_t(platform::kErrNoPrivilege);
+    if (!known)
+        throw ScriptError { quoted(word) + " is not a refusal of the power service (8004062B, 8004062C, "
+                                           "8004062D or 8004062E)" };
+    step.errorNumber = static_cast<int>(number);
+    if (!in.atEnd()) {
+        if (in.next("errno") != "errno")
+            throw ScriptError { "expected errno after the error number" };
+        step.systemError = int(in.number("errno", 1, 4095));
+    }
+}
+
+// The rest of the line, its words joined by one blank: a list file's name holds a blank.
+std::string readRest(LineReader& in)
+{
+    std::string rest;
+    while (!in.atEnd())
+        rest += (rest.empty() ? "" : " ") + std::string(in.next("word"));
+    return rest;
+}
+
 // Fills step from the words after the time.
 void readDirective(LineReader& in, ScriptStep& step)
 {
@@ -219,6 +252,18 @@ void readDirective(LineReader& in, ScriptStep& step)
         step.action = Action::Dump;
     } else if (directive == "end") {
         step.action = Action::End;
+    } else if (directive == "launch") {
+        if (in.next("fail after launch") != "fail")
+            throw ScriptError { "expected launch fail" };
+        step.action = Action::FailLaunch;
+    } else if (directive == "write") {
+        if (in.next("fail after write") != "fail")
+            throw ScriptError { "expected write fail" };
+        step.action = Action::FailWrite;
+        step.file = readRest(in);
+    } else if (directive == "power") {
+        step.action = Action::RefusePower;
+        readPowerRefusal(in, step);
     } else {
         throw ScriptError { "unknown directive " + quoted(directive) };
     }

@@ -20,6 +20,10 @@ struct ScriptStep {
         Screenshot, // paint the screen into file
         Dump, // write the program's state to the trace
         End, // the run ends
+        // Faults: served with the input of their moment, they change what the outside world answers.
+        FailLaunch, // the next program start fails
+        FailWrite, // the next write of file (of any file when file is empty) fails
+        RefusePower, // the power service refuses with errorNumber from now on
     };
     int64_t at = 0; // virtual milliseconds
     int line = 0; // in the script file, for messages
@@ -27,7 +31,9 @@ struct ScriptStep {
     runtime::InputEvent input;
     bool hasPosition = false; // Input: a mouse line that gave X Y rather than a target
     platform::JoyInfo joy;
-    std::string file; // Screenshot
+    std::string file; // Screenshot, FailWrite
+    int errorNumber = 0; // RefusePower: one of the shutdown error numbers of platform/Power.h
+    int systemError = 0; // RefusePower: the errno behind it, 0 for none
 };
 
 class ReplayScript {

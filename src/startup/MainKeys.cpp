@@ -17,6 +17,7 @@
 #include "runtime/FormStack.h"
 #include "startup/Cabinet.h"
 #include "startup/ErrorBoxForm.h"
+#include "system/DisplayModes.h"
 #include "system/Shutdown.h"
 
 #include <cstdint>
@@ -257,7 +258,7 @@ void MainForm::SaveCfg()
     saved.lastIndex = core::toInteger(c.List1.listIndex()).value_or(-1);
     saved.lastPath = core::toInteger(m_cabinet.run.curPath).value_or(0);
     const std::string path = m_cabinet.homeFile(config::kSavedStateFileName);
-    const std::string error = config::saveCfg(path, saved);
+    const std::string error = config::saveCfg(m_cabinet.platform.files, path, saved);
     stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
 }
 
@@ -267,7 +268,7 @@ void MainForm::exitCommand()
     // The key map is saved on every exit, whether it changed or not.
     core::passOver([&] {
         const std::string path = cabinet.homeFile(input::kKeyMapFileName);
-        const std::string error = input::saveKeys(path, cabinet.keys);
+        const std::string error = input::saveKeys(cabinet.platform.files, path, cabinet.keys);
         stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
     });
     core::passOver([&] { SaveCfg(); });
@@ -299,10 +300,10 @@ void MainForm::timfx_Timer()
     if (settings.tvOut)
         core::passOver([&] { launch::startMonitor(m_cabinet.platform.keys); });
     core::passOver([&] {
-        // Only the widths tell whether the mode was changed at start. The desktop gets back the very
-        // mode it had, refresh rate and all.
+        // Only the widths tell whether the mode was changed at start.
         if (run.deskW != settings.scrW)
-            m_cabinet.platform.display.restore();
+            system::restoreRes(m_cabinet.platform.display, run.deskW, run.deskH, settings.deskBits,
+                settings.deskFreq);
     });
     if (settings.powerOff) {
         try {

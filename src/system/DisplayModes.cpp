@@ -18,4 +18,10 @@ int changeRes(platform::DisplayMode& display, double width, double height, doubl
     return display.change(*w, *h, *depth, *refresh);
 }
 
+int restoreRes(platform::DisplayMode& display, double width, double height, double bits, double freq)
+{
+    return display.restore(core::toLong(width).value_or(0), core::toLong(height).value_or(0),
+        core::toInteger(bits).value_or(0), core::toLong(freq).value_or(0));
+}
+
 } // namespace ombrel::system

@@ -12,4 +12,9 @@ namespace ombrel::system {
 // front end goes on in whatever mode the display took.
 int changeRes(platform::DisplayMode& display, double width, double height, double bits, double freq);
 
+// Gives the desktop back the mode found at start: its size then, with the depth and refresh the
+// settings keep for it, rounded as changeRes rounds them. Unlike a change, the desktop is always asked:
+// a value that does not fit its field goes as 0, which leaves that part to the display.
+int restoreRes(platform::DisplayMode& display, double width, double height, double bits, double freq);
+
 } // namespace ombrel::system

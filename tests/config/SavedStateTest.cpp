@@ -2,6 +2,7 @@
 #include "config/NumberText.h"
 #include "config/SavedState.h"
 #include "core/AtomicFile.h"
+#include "platform/Files.h"
 
 #include "TempHome.h"
 
@@ -74,11 +75,12 @@ TEST(SavedState, ReadsBackWhatItSaved)
     fractions.curSkin = "\\My Skin, New\\"; // a comma inside the quotes stays
     const Row rows[] = { { "sample", sample() }, { "saver off, nothing selected", neverSaver },
         { "fractions", fractions } };
+    platform::DiskFiles disk;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         TempHome home;
         std::string path = home.path() + kSavedStateFileName;
-        ASSERT_EQ(saveCfg(path, row.state), "");
+        ASSERT_EQ(saveCfg(disk, path, row.state), "");
         SavedState read;
         double saverCount = 7;
         EXPECT_EQ(openCfg(path, read, saverCount), "");
@@ -158,9 +160,10 @@ TEST(SavedState, MissingFileChangesNothing)
 
 TEST(SavedState, SavingReplacesTheWholeFileOrNothing)
 {
+    platform::DiskFiles disk;
     TempHome home;
     std::string path = home.write("ombrel.cfg", std::string(500, 'x'));
-    ASSERT_EQ(saveCfg(path, sample()), "");
+    ASSERT_EQ(saveCfg(disk, path, sample()), "");
     EXPECT_EQ(home.read("ombrel.cfg"), formatCfg(sample()));
     size_t entries = 0;
     for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(home.root()))
@@ -169,9 +172,9 @@ TEST(SavedState, SavingReplacesTheWholeFileOrNothing)
 
     // A place that cannot be written to gives a message and leaves what is there alone.
     std::filesystem::create_directories(home.root() / "taken");
-    EXPECT_NE(saveCfg(home.path() + "taken", sample()), "");
+    EXPECT_NE(saveCfg(disk, home.path() + "taken", sample()), "");
     EXPECT_TRUE(std::filesystem::is_directory(home.root() / "taken"));
-    EXPECT_NE(saveCfg(home.path() + "missing/ombrel.cfg", sample()), "");
+    EXPECT_NE(saveCfg(disk, home.path() + "missing/ombrel.cfg", sample()), "");
     EXPECT_FALSE(home.exists("missing"));
 }
 

@@ -3,6 +3,7 @@
 #include "TempHome.h"
 
 #include "input/KeyMap.h"
+#include "platform/Files.h"
 
 #include "CabinetKeys.h"
 
@@ -108,9 +109,10 @@ TEST(KeyMapTest, FileWrittenOnWindowsIsFoundWhateverItsCase)
 TEST(KeyMapTest, WritesOneLineOfThirteenCodesAndReadsItBack)
 {
     test::TempHome home;
+    platform::DiskFiles disk;
     KeyMap keys = test::cabinetKeys();
     const std::string path = home.path() + "omkeys.cfg";
-    ASSERT_EQ(input::saveKeys(path, keys), "");
+    ASSERT_EQ(input::saveKeys(disk, path, keys), "");
     EXPECT_EQ(home.read("omkeys.cfg"), "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n");
     KeyMap back;
     EXPECT_EQ(input::getKeys(path, back), "");
@@ -119,7 +121,7 @@ TEST(KeyMapTest, WritesOneLineOfThirteenCodesAndReadsItBack)
     // A cabinet without a key map saves what it has, and reads the same back.
     KeyMap bare;
     bare.keyConfig = 9;
-    ASSERT_EQ(input::saveKeys(path, bare), "");
+    ASSERT_EQ(input::saveKeys(disk, path, bare), "");
     EXPECT_EQ(home.read("omkeys.cfg"), ",,,,,9,,,,,,,\r\n");
     KeyMap bareBack;
     EXPECT_EQ(input::getKeys(path, bareBack), "");

@@ -102,7 +102,7 @@ TEST_F(XrandrDisplayModeTest, TheCurrentModeIsTakenAndImpossibleOnesRefused)
     EXPECT_EQ(m_display->change(0, 600, 32, 0), kModeBad);
     EXPECT_EQ(m_display->change(800, -600, 32, 0), kModeBad);
     EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 800, 600 }));
-    EXPECT_EQ(m_display->restore(), 0);
+    EXPECT_EQ(m_display->restore(800, 600, 24, 0), 0);
 }
 
 TEST_F(XrandrDisplayModeTest, SwitchesToAListedModeAndBack)
@@ -119,7 +119,7 @@ TEST_F(XrandrDisplayModeTest, SwitchesToAListedModeAndBack)
     ASSERT_NE(other, nullptr);
     EXPECT_EQ(other->desktopSize(), (runtime::PixelSize { 640, 480 }));
 
-    EXPECT_EQ(m_display->restore(), 0);
+    EXPECT_EQ(m_display->restore(1024, 768, 24, 0), 0);
     EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 1024, 768 }));
     EXPECT_EQ(other->desktopSize(), (runtime::PixelSize { 1024, 768 }));
 }
@@ -158,7 +158,7 @@ TEST_F(XrandrDisplayModeTest, RefreshRatesChooseAmongModesOfOneSize)
         EXPECT_EQ(shownRefreshTenths(name), step.shownTenths);
     }
     EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 800, 600 }));
-    EXPECT_EQ(m_display->restore(), 0);
+    EXPECT_EQ(m_display->restore(1024, 768, 24, 0), 0);
     EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 1024, 768 }));
 }
 

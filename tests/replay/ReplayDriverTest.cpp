@@ -2,7 +2,8 @@
 // of a run and the wait for a game, seen through a small form that logs what reaches it.
 #include "replay/ReplayDriver.h"
 
-#include "platform/Files.h"
+#include "TempHome.h"
+#include "platform/Power.h"
 #include "platform/fake/FakeFonts.h"
 #include "platform/fake/FakeImages.h"
 #include "platform/fake/FakeRenderer.h"
@@ -67,7 +68,7 @@ protected:
         if (!script)
             return -1;
         driver = std::make_unique<ReplayDriver>(std::move(*script), loop, clock, trace,
-                                                ReplayDevices { keyState, joystick, cursor, processes, renderer });
+            ReplayDevices { keyState, joystick, cursor, processes, power, files, renderer });
         driver->setFrameSource([this] { return forms.frame(); });
         driver->setDumpSource([this] { return dumpText; });
         loop.setInputHandler([this](const runtime::InputEvent& event) { forms.dispatch(event); });
@@ -98,10 +99,12 @@ protected:
     fake::FakeJoystick joystick;
     fake::FakeCursor cursor { trace };
     fake::FakeProcesses processes { trace };
+    fake::FakePower power { trace };
+    test::TempHome home;
+    ReplayFiles files { home.path() };
     fake::FakeRenderer renderer;
     fake::FakeFonts fonts;
     fake::FakeImages images;
-    platform::DiskFiles files;
     runtime::FormStack forms { runtime::FormServices { loop, trace, fonts, images, files, renderer, "" } };
     std::unique_ptr<ReplayDriver> driver;
     std::vector<std::string> log;
@@ -200,6 +203,35 @@ TEST_F(ReplayDriverTest, GameThatNeverEndsEndsTheRun)
     EXPECT_THAT(log, ElementsAre("0 got", "100 key 13", "200 back"));
     EXPECT_THAT(traceLines(), ElementsAre("100 launch game | in /tmp", "200 dump", "200 end"));
     EXPECT_TRUE(processes.running(1));
+}
+
+TEST_F(ReplayDriverTest, FaultsAreArmedAtTheirMomentAlsoDuringAWait)
+{
+    home.write("kept.cfg", "old");
+    run("at 50 launch fail\n"
+        "at 100 key down 13\n" // no program, so no wait
+        "at 200 key down 13\n" // the fault was for one start only
+        "at 250 write fail kept.cfg\n"
+        "at 260 power refuse 8004062B errno 5\n"
+        "at 270 power refuse 8004062D\n"
+        "at 300 process exit\n"
+        "at 400 end\n");
+    EXPECT_THAT(std::vector(log.begin(), log.begin() + 5),
+        ElementsAre("0 got", "100 key 13", "100 back", "200 key 13", "300 back"));
+    EXPECT_THAT(traceLines(), ElementsAre("100 launch game | in /tmp failed", "200 launch game | in /tmp",
+                                  "300 process exit 1", "400 end"));
+
+    // One write of that file fails and leaves it; other files and the next write go to the disk.
+    EXPECT_EQ(files.write(home.path() + "other.cfg", "new"), "");
+    EXPECT_NE(files.write(home.path() + "kept.cfg", "new"), "");
+    EXPECT_EQ(home.read("kept.cfg"), "old");
+    EXPECT_EQ(files.write(home.path() + "kept.cfg", "new"), "");
+    EXPECT_EQ(home.read("kept.cfg"), "new");
+
+    // The power-off's own number refuses the power-off, any other the check before it.
+    EXPECT_EQ(power.checkPowerOffAllowed(), platform::kErrNoProcess);
+    EXPECT_EQ(power.powerOff(), platform::kErrShutdownFailed);
+    EXPECT_EQ(power.lastSystemError(), 0);
 }
 
 TEST_F(ReplayDriverTest, ProcessExitWithoutAWaitEndsTheLatestGame)

@@ -95,6 +95,33 @@ TEST(ReplayScript, OtherDirectivesCommentsAndBlankLines)
     EXPECT_EQ(steps[3].line, 6);
 }
 
+TEST(ReplayScript, FaultLines)
+{
+    struct Row {
+        const char* text;
+        Action action;
+        const char* file;
+        uint32_t errorNumber;
+        int systemError;
+    };
+    const Row rows[] = {
+        { "at 0 launch fail", Action::FailLaunch, "", 0, 0 },
+        { "at 0 write fail", Action::FailWrite, "", 0, 0 },
+        { "at 0 write fail ombrel.cfg", Action::FailWrite, "ombrel.cfg", 0, 0 },
+        { "at 0 write fail l\t 1.lst  # a list file", Action::FailWrite, "l 1.lst", 0, 0 },
+        { "at 0 power refuse 8004062B", Action::RefusePower, "", 0x8004062Bu, 0 },
+        { "at 0 power refuse 8004062e errno 13", Action::RefusePower, "", 0x8004062Eu, 13 },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        const ScriptStep step = only(row.text);
+        EXPECT_EQ(step.action, row.action);
+        EXPECT_EQ(step.file, row.file);
+        EXPECT_EQ(static_cast<uint32_t>(step.errorNumber), row.errorNumber);
+        EXPECT_EQ(step.systemError, row.systemError);
+    }
+}
+
 TEST(ReplayScript, MistakesAreReportedWithTheirLine)
 {
     struct Row {
@@ -126,6 +153,18 @@ TEST(ReplayScript, MistakesAreReportedWithTheirLine)
         { "at 0 process start", "expected process exit" },
         { "at 0 screenshot", "missing file name after screenshot" },
         { "at 0 dump now", "unexpected \"now\"" },
+        { "at 0 launch", "missing fail after launch" },
+        { "at 0 launch now", "expected launch fail" },
+        { "at 0 write ombrel.cfg", "expected write fail" },
+        { "at 0 power refuse", "missing error number after power refuse" },
+        { "at 0 power off", "expected power refuse" },
+        { "at 0 power refuse 8004062F", "\"8004062F\" is not a refusal of the power service" },
+        { "at 0 power refuse 0x8004062B", "is not a refusal of the power service" },
+        { "at 0 power refuse 5", "is not a refusal of the power service" },
+        { "at 0 power refuse 8004062B errno", "missing errno" },
+        { "at 0 power refuse 8004062B errno 0", "errno 0 is out of range 1..4095" },
+        { "at 0 power refuse 8004062B because", "expected errno after the error number" },
+        { "at 0 power refuse 8004062B errno 5 6", "unexpected \"6\"" },
         { "at 0 end\nat 0 dump", "t.replay line 2: nothing may follow end" },
         { "at 99999999999999999999 dump", "is not a number (time)" },
     };

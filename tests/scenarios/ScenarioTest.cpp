@@ -3,8 +3,10 @@
 //
 // A scenario folder holds script.replay, expected.trace, expected-<name>.png for each screenshot
 // <name>.png the script takes, and the cabinet to run in: a folder home/, or a file uses-demo for the
-// demo cabinet. The cabinet is copied before the run, since the program writes into its folder. The run
-// is left in the build folder (runs/<scenario>/: actual.trace, screenshots, standard output and error).
+// demo cabinet. Optional: expected-files/, files the cabinet must hold after the run, and
+// expected-exit-code, when the program is to end with another code than 0. The cabinet is copied
+// before the run, since the program writes into its folder. The run is left in the build folder
+// (runs/<scenario>/: actual.trace, screenshots, standard output and error).
 #include "GoldenImage.h"
 #include "TempHome.h"
 #include "TraceDiff.h"
@@ -81,6 +83,19 @@ std::vector<std::string> expectedScreenshots(const fs::path& folder)
     return names;
 }
 
+// The files below a folder, as paths relative to it.
+std::vector<fs::path> filesBelow(const fs::path& folder)
+{
+    std::vector<fs::path> files;
+    std::error_code ec;
+    for (const auto& entry : fs::recursive_directory_iterator(folder, ec)) {
+        if (entry.is_regular_file())
+            files.push_back(fs::relative(entry.path(), folder));
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
 class ScenarioTest : public ::testing::TestWithParam<std::string> {
 protected:
     fs::path folder() const { return fs::path(OMBREL_SCENARIO_DIR) / GetParam(); }
@@ -112,6 +127,28 @@ protected:
         }
         const std::string diff = TraceDiff::describe(TraceDiff::readLines(expected), TraceDiff::readLines(actual));
         EXPECT_TRUE(diff.empty()) << diff << "actual trace: " << actual.string();
+    }
+
+    int expectedExitCode() const
+    {
+        const fs::path file = folder() / "expected-exit-code";
+        return fs::exists(file) ? std::atoi(readFile(file).c_str()) : 0;
+    }
+
+    // Each file of expected-files/ must be in the cabinet after the run, with the same bytes.
+    void compareFiles(const fs::path& home)
+    {
+        const fs::path expected = folder() / "expected-files";
+        for (const fs::path& name : filesBelow(expected)) {
+            if (!fs::is_regular_file(home / name))
+                ADD_FAILURE() << "the run left no file " << name;
+            else if (GoldenImage::updating())
+                fs::copy_file(home / name, expected / name, fs::copy_options::overwrite_existing);
+            else
+                EXPECT_TRUE(readFile(home / name) == readFile(expected / name))
+                    << name << " differs from expected-files/" << name.string() << "; the run's: "
+                    << home / name;
+        }
     }
 
     void compareScreenshots()
@@ -156,11 +193,13 @@ TEST_P(ScenarioTest, MatchesItsExpectedTraceAndScreenshots)
         + shellQuoted((folder() / "script.replay").string()) + " --trace actual.trace >stdout.log 2>stderr.log";
     const int status = std::system(command.c_str());
     const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    ASSERT_EQ(exitCode, 0) << "ombrel failed (124: it ran past " << kRunLimitSeconds << " s); standard error:\n"
+    ASSERT_EQ(exitCode, expectedExitCode())
+        << "ombrel failed (124: it ran past " << kRunLimitSeconds << " s); standard error:\n"
                            << readFile(run() / "stderr.log");
 
     compareTrace();
     compareScreenshots();
+    compareFiles(home);
 }
 
 std::string testName(const ::testing::TestParamInfo<std::string>& info)

@@ -54,14 +54,16 @@ TEST(ProgramEndTest, DisplayModeAndPowerOff)
         int systemError;
         std::vector<std::string> expected; // from the key to the end or the error box
     };
-    // The fake desktop is 640 x 480.
+    // The fake desktop is 640 x 480; the settings keep 32 bits at 60 Hz for it, 16 bits at 75 Hz for
+    // the front end.
+    const std::string restore = "display restore 640x480 bits 32 freq 60";
     const std::vector<Case> cases {
         { "desktop's mode", "0", "0", false, 0, 0, 0, { "program end" } },
-        { "changed mode is given back", "800", "600", false, 0, 0, 0, { "display restore", "program end" } },
+        { "changed mode is given back", "800", "600", false, 0, 0, 0, { restore, "program end" } },
         // Only the widths are compared, at start and at the end.
         { "same width, other height", "640", "400", false, 0, 0, 0, { "program end" } },
         { "power-off after the mode", "800", "600", true, 0, 0, 0,
-            { "display restore", "power check", "power off", "program end" } },
+            { restore, "power check", "power off", "program end" } },
         { "power-off not allowed", "0", "0", true, platform::kErrNoPrivilege, 0, EACCES,
             { "power check", refusedCheck, "form load ErrorBox", "form show ErrorBox" } },
         { "power-off refused", "0", "0", true, 0, platform::kErrShutdownFailed, EIO,
@@ -75,6 +77,11 @@ TEST(ProgramEndTest, DisplayModeAndPowerOff)
         fx.write(setup);
         setIni(fx.home, "ResX=0", std::string("ResX=") + row.resX);
         setIni(fx.home, "ResY=0", std::string("ResY=") + row.resY);
+        // The desktop's pair of lines comes first, then the front end's.
+        setIni(fx.home, "Freq=0", "Freq=60");
+        setIni(fx.home, "Bits=0", "Bits=32");
+        setIni(fx.home, "Freq=0", "Freq=75");
+        setIni(fx.home, "Bits=0", "Bits=16");
         if (row.powerOff)
             setIni(fx.home, "ShutdownOnExit=NO", "ShutdownOnExit=YES");
         fx.power.setCheckResult(row.checkAnswer);

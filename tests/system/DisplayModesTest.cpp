@@ -1,4 +1,4 @@
-// Tests of changeRes: how the values from the settings reach the display.
+// Tests of changeRes and restoreRes: how the values from the settings reach the display.
 #include "system/DisplayModes.h"
 
 #include "RuntimeFixture.h"
@@ -41,6 +41,22 @@ TEST(ChangeRes, ValuesAreRoundedAndPassedOn)
             EXPECT_EQ(result, platform::kModeBad);
             EXPECT_TRUE(trace.lines.empty());
         }
+    }
+}
+
+TEST(RestoreRes, AlwaysAsksWithWhatFits)
+{
+    const ChangeRow rows[] = {
+        { "rounded as a change is", 640, 479.5, 32.5, 59.6, "display restore 640x480 bits 32 freq 60" },
+        { "a value that does not fit goes as 0", 640, 480, 32768, 1e12,
+            "display restore 640x480 bits 0 freq 0" },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        test::RecordingTrace trace;
+        platform::fake::FakeDisplayMode display(trace);
+        EXPECT_EQ(restoreRes(display, row.width, row.height, row.bits, row.freq), 0);
+        EXPECT_EQ(trace.lines, std::vector<std::string> { row.expected });
     }
 }
 

@@ -4,6 +4,7 @@
 #include "platform/fake/HomeRelative.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ombrel::platform::fake {
 
@@ -16,7 +17,7 @@ FakeProcesses::FakeProcesses(runtime::Trace& trace, std::string home)
 int FakeProcesses::start(const std::string& commandLine, const std::string& workDir)
 {
     std::string line = "launch " + homeRelative(commandLine, m_home) + " | in " + homeRelative(workDir, m_home);
-    if (!m_startSucceeds) {
+    if (!m_startSucceeds || std::exchange(m_failNextStart, false)) {
         m_trace.effect(line + " failed");
         return 0;
     }

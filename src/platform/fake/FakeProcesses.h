@@ -11,7 +11,8 @@
 
 namespace ombrel::platform::fake {
 
-// Trace lines: "launch <command line> | in <folder>" (with " failed" when starting is set to fail),
+// Trace lines: "launch <command line> | in <folder>" (with " failed" when starting is set to fail, and
+// for the one start after failNextStart()),
 // "shell <verb> <file> | in <folder>", "process exit <id>".
 class FakeProcesses final : public Processes {
 public:
@@ -31,6 +32,8 @@ public:
     int exitLatest();
 
     void setStartSucceeds(bool ok) { m_startSucceeds = ok; }
+    // The next start fails, as a program that cannot be started does; the ones after it do not.
+    void failNextStart() { m_failNextStart = true; }
     void setShellSucceeds(bool ok) { m_shellSucceeds = ok; }
 
 private:
@@ -41,6 +44,7 @@ private:
     std::vector<int> m_running; // in order of start
     int m_nextId = 1;
     bool m_startSucceeds = true;
+    bool m_failNextStart = false;
     bool m_shellSucceeds = true;
 };
 

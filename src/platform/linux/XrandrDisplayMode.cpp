@@ -392,7 +392,7 @@ int XrandrDisplayMode::change(int width, int height, int /*bits*/, int freq)
     return result;
 }
 
-int XrandrDisplayMode::restore()
+int XrandrDisplayMode::restore(int /*width*/, int /*height*/, int /*bits*/, int /*freq*/)
 {
     if (!m_state->changed || !m_state->start)
         return 0;

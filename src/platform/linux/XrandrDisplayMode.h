@@ -18,8 +18,9 @@ namespace ombrel::platform::linux {
 // X11 has no colour depth per mode: a screen keeps the depth it was started with, so the depth asked
 // for is taken and ignored.
 //
-// The mode the output had when the display was opened is remembered; restore() puts it back after a
-// change, so a desktop is not left in the cabinet's mode if the program ends some other way.
+// The mode the output had when the display was opened is remembered; restore() puts that very mode
+// back after a change (the numbers it is given are the program's idea of it, and are not needed), so
+// a desktop is not left in the cabinet's mode if the program ends some other way.
 class XrandrDisplayMode final : public DisplayMode
 {
 public:
@@ -31,7 +32,7 @@ public:
 
     runtime::PixelSize desktopSize() override;
     int change(int width, int height, int bits, int freq) override;
-    int restore() override;
+    int restore(int width, int height, int bits, int freq) override;
 
 private:
     struct State;
