@@ -3,7 +3,7 @@
 //
 // A scenario folder holds script.replay, expected.trace, expected-<name>.png for each screenshot
 // <name>.png the script takes, and the cabinet to run in: a folder home/, or a file uses-demo for the
-// demo cabinet. The cabinet is copied before the run, since the program writes into its folder. The run
+// demo cabinet. A program that must end on an error names its exit code in expected.exit (else 0). The cabinet is copied before the run, since the program writes into its folder. The run
 // is left in the build folder (runs/<scenario>/: actual.trace, screenshots, standard output and error).
 #include "GoldenImage.h"
 #include "TempHome.h"
@@ -156,7 +156,9 @@ TEST_P(ScenarioTest, MatchesItsExpectedTraceAndScreenshots)
         + shellQuoted((folder() / "script.replay").string()) + " --trace actual.trace >stdout.log 2>stderr.log";
     const int status = std::system(command.c_str());
     const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    ASSERT_EQ(exitCode, 0) << "ombrel failed (124: it ran past " << kRunLimitSeconds << " s); standard error:\n"
+    const fs::path exitFile = folder() / "expected.exit";
+    const int expectedExit = fs::exists(exitFile) ? std::stoi(readFile(exitFile)) : 0;
+    ASSERT_EQ(exitCode, expectedExit) << "ombrel failed (124: it ran past " << kRunLimitSeconds << " s); standard error:\n"
                            << readFile(run() / "stderr.log");
 
     compareTrace();
