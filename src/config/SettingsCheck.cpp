@@ -45,7 +45,9 @@ bool isFolderValue(const SettingsLine& entry)
 
 std::string quoted(const std::string& value)
 {
-    return "\"" + core::toDisplayText(value) + "\"";
+    // NOTE: appended rather than "\"" + text: GCC 12 warns falsely (-Wrestrict) on a literal plus a
+    // temporary string in a release build.
+    return std::string("\"").append(core::toDisplayText(value)).append("\"");
 }
 
 std::string padded(std::string text, size_t width)
