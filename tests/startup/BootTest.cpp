@@ -1,8 +1,7 @@
 // The start of the program and what missing or broken files lead to: the settings file (the one
-// failure that stops the start), the saved state, the master list, the Extras list, the intro film.
+// failure that stops the start), the saved state, the Extras list, the intro film.
 #include "CabinetFixture.h"
 
-#include "catalogue/Navigation.h"
 #include "runtime/controls/Label.h"
 #include "runtime/controls/MediaView.h"
 
@@ -28,13 +27,6 @@ protected:
         return std::any_of(cab.trace.lines.begin(), cab.trace.lines.end(),
             [&](const std::string& line) { return line.rfind(prefix, 0) == 0; });
     }
-    std::string middleRow()
-    {
-        auto& main = cab.main();
-        auto* row = main.c.ll.get(cab.cabinet().run.midRow);
-        return row ? row->caption() : std::string("<no row>");
-    }
-
     CabinetFixture cab;
 };
 
@@ -129,17 +121,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, BrokenSettingsTest,
             "ombrel.ini line 18: a comment stands where Exec= (emuExe(3)) is read" }),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(BootTest, WithoutTheLastLineTheStartGoesOnAndPowerOffIsFalse)
-{
-    cab.write({});
-    std::string text = cab.home.read("ombrel.ini");
-    text.erase(text.rfind("\r\n", text.size() - 3) + 2);
-    cab.home.write("ombrel.ini", text);
-    cab.boot();
-    EXPECT_TRUE(cab.showing("Main"));
-    EXPECT_FALSE(cab.cabinet().settings.powerOff);
-}
-
 TEST_F(BootTest, WithoutAFilmTheBrowserIsShownAtOnceAndComesUpOnItsLastGame)
 {
     cab.write({});
@@ -190,18 +171,6 @@ TEST_F(BootTest, WithoutSavedStateNoListIsShownUntilThePlayerMoves)
     EXPECT_EQ(main.c.List1.listCount(), 100);
 }
 
-TEST_F(BootTest, WithoutTheMasterListNoListIsLoadedAndTheMessageShows)
-{
-    cab.write({});
-    std::string before = cab.home.read("l 1.lst");
-    std::filesystem::remove(cab.home.root() / "gamelist.lst");
-    cab.boot();
-    cab.runFor(2000);
-    EXPECT_EQ(cab.main().c.List1.listCount(), 0);
-    EXPECT_EQ(middleRow(), catalogue::kNoRomsMessage);
-    EXPECT_EQ(cab.home.read("l 1.lst"), before) << "a list file that holds games is never emptied";
-}
-
 TEST_F(BootTest, WithoutExtrasTheWalkNeverStopsOnTheExtrasList)
 {
     cab.write({ .listSizes = { 5, 0, 2 } });
@@ -217,13 +186,8 @@ TEST_F(BootTest, WithoutExtrasTheWalkNeverStopsOnTheExtrasList)
 TEST_F(BootTest, ALastIndexPastTheListLeavesTheSelectionOnTheFirstGame)
 {
     cab.write({ .listSizes = { 3 } });
-    std::string cfg = cab.home.read("ombrel.cfg");
     // Line 7 is lastIndex: 3 equals the list's length, which the list box refuses.
-    size_t at = 0;
-    for (int i = 0; i < 6; ++i)
-        at = cfg.find("\r\n", at) + 2;
-    cfg.replace(at, cfg.find("\r\n", at) - at, "3");
-    cab.home.write("ombrel.cfg", cfg);
+    cab.home.write("ombrel.cfg", "\"\\Skin\\\"\r\n300\r\n0\r\n0\r\n1\r\n#FALSE#\r\n3\r\n1\r\n0\r\n");
     cab.boot();
     EXPECT_EQ(cab.listIndex(), 0);
 }
