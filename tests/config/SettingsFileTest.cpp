@@ -306,9 +306,6 @@ TEST(SettingsFile, StrayLinesShiftWhatFollows)
         { "comment before a plain read",
             [](IniSample& ini) { ini.insertBefore(IniSample::blockIndex(1, 2), "* the emulator"); }, shifted,
             "emulator|False|=YES" },
-        { "blank line before a plain read",
-            [](IniSample& ini) { ini.insertBefore(IniSample::blockIndex(1, 3), ""); }, shifted,
-            "run|False|=YES" },
         { "stray comma", [](IniSample& ini) { ini.setBlock(1, 5, "-a,-b"); },
             [](const Settings& s) { return s.emuOpts[1] + "|" + s.logoFile[1] + "|" + s.emuDir[1]; },
             "-a||o.png" }, // "-b" is read as the Images= line, the Images= line as the EmuFolder= line

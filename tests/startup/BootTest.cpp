@@ -1,5 +1,5 @@
 // The start of the program and what missing or broken files lead to: the settings file (the one
-// failure that stops the start), the saved state, the Extras list, the intro film.
+// failure that stops the start), the saved state, the intro film.
 #include "CabinetFixture.h"
 
 #include "runtime/controls/Label.h"
@@ -169,18 +169,6 @@ TEST_F(BootTest, WithoutSavedStateNoListIsShownUntilThePlayerMoves)
     main.nav.gNextPath();
     EXPECT_EQ(cab.curPath(), 1);
     EXPECT_EQ(main.c.List1.listCount(), 100);
-}
-
-TEST_F(BootTest, WithoutExtrasTheWalkNeverStopsOnTheExtrasList)
-{
-    cab.write({ .listSizes = { 5, 0, 2 } });
-    cab.boot();
-    auto& main = cab.main();
-    EXPECT_TRUE(cab.cabinet().catalogue.extras.at(1, 1).empty());
-    main.nav.gPrevPath(); // from list 1 backwards: 27 and 4..20 are empty, 3 has games
-    EXPECT_EQ(cab.curPath(), 3);
-    main.nav.gNextPath(); // 4..27 are empty or off, then 1
-    EXPECT_EQ(cab.curPath(), 1);
 }
 
 TEST_F(BootTest, ALastIndexPastTheListLeavesTheSelectionOnTheFirstGame)
