@@ -226,9 +226,9 @@ CheckedFile readAndCheck(const std::string& home, platform::Files& files, const 
     std::optional<std::string> found = files.resolve(path);
     if (found && core::readFile(*found, bytes)) {
         for (int line : linesWithCommas(bytes))
-            checked.findings.push_back({ line,
-                "a comma ends the value here; the rest of the line is read as the next line",
-                Finding::Shift });
+            checked.findings.push_back(
+                { line, "a comma ends the value here; the rest of the line is read as the next line",
+                    Finding::Shift });
     }
     checkEntries(checked.lines, files, folder, checked.findings);
     if (complete && searchPath)

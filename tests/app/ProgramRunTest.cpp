@@ -16,7 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct ProgramRun {
+struct ProgramRun
+{
     const char* name;
     const char* env; // words put in front of the program ("env -u X Y=z"); "@/" is the run's folder
     const char* args; // "@/" is the run's folder, which holds a copy of the demo cabinet in demo/
@@ -38,7 +39,9 @@ void PrintTo(const ProgramRun& run, std::ostream* out)
     *out << run.name;
 }
 
-class ProgramRunTest : public ::testing::TestWithParam<ProgramRun> { };
+class ProgramRunTest : public ::testing::TestWithParam<ProgramRun>
+{
+};
 
 TEST_P(ProgramRunTest, ExitsWithItsCodeAndSaysWhy)
 {
@@ -53,8 +56,8 @@ TEST_P(ProgramRunTest, ExitsWithItsCodeAndSaysWhy)
         GTEST_SKIP() << "the demo's fifth list runs Debian's MAME, which is not installed";
 
     // A program that runs on instead of stopping is ended, and the run fails on its exit code.
-    const std::string command = replaced(std::string(row.env) + " timeout 10 '" + OMBREL_BINARY + "' "
-            + row.args + " >'@/out' 2>'@/err'",
+    const std::string command = replaced(
+        std::string(row.env) + " timeout 10 '" + OMBREL_BINARY + "' " + row.args + " >'@/out' 2>'@/err'",
         "@/", dir.path());
     const int status = std::system(command.c_str());
     EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, row.exitCode) << command;
@@ -76,8 +79,8 @@ const std::string kUsageAfter = "\nusage: ombrel";
 INSTANTIATE_TEST_SUITE_P(Rows, ProgramRunTest,
     ::testing::Values(ProgramRun { "help", "", "--help", 0, "usage: ombrel [--home DIR]", "" },
         ProgramRun { "version", "", "--version", 0, "ombrel " OMBREL_VERSION "\n", "" },
-        ProgramRun { "unknownOption", "", "--home @/demo --foo", 2, "",
-            "ombrel: unknown option --foo" + kUsageAfter },
+        ProgramRun {
+            "unknownOption", "", "--home @/demo --foo", 2, "", "ombrel: unknown option --foo" + kUsageAfter },
         ProgramRun { "missingValue", "", "--windowed --replay", 2, "",
             "ombrel: --replay needs a value" + kUsageAfter },
         ProgramRun { "emptyValue", "", "--home ''", 2, "", "ombrel: --home needs a value" + kUsageAfter },
