@@ -3,6 +3,8 @@
 # with no display, headless through the replay harness, saving screenshots of a short walk.
 # The cabinet runs in a copy of demo/ under out/cabinet/, since the program writes into its folder
 # (saved state, key map, list files); the copy keeps what it wrote from one run to the next.
+# Usage: scripts/run-demo.sh [--windowed]   or   scripts/run-demo.sh --check (checks the copy's
+# ombrel.ini, with the demo emulator in place, instead of running the cabinet)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
@@ -18,6 +20,10 @@ mkdir -p "$cabinet"
 cp -R -n "$root/demo/." "$cabinet/"
 # The cabinet's first list runs its emulator from emu/ (install replaces a copy that is still running).
 install -D -m 755 "$root/build-release/tools/demoemu/demoemu" "$cabinet/emu/demoemu"
+
+if [ "${1:-}" = --check ]; then
+  exec "$bin" --check --home "$cabinet"
+fi
 
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
   out="$root/out/demo-walk"

@@ -24,6 +24,14 @@ void warn(const std::string& text)
     std::cerr << "ombrel: " << text << "\n";
 }
 
+// SDL falls back on drivers that draw into memory when it finds no display; a cabinet run on one of
+// them would go on unseen.
+bool showsNothing(const char* videoDriver)
+{
+    const std::string name = videoDriver ? videoDriver : "";
+    return name.empty() || name == "offscreen" || name == "dummy" || name == "evdev";
+}
+
 } // namespace
 
 RealPlatform::RealPlatform(std::string home, bool windowed, const std::string& tracePath)
@@ -44,6 +52,9 @@ RealPlatform::RealPlatform(std::string home, bool windowed, const std::string& t
     m_renderer = platform::sdl::SdlRenderer::openWindow(options, m_fonts, m_images, error);
     if (!m_renderer)
         throw std::runtime_error(error);
+    if (const char* driver = SDL_GetCurrentVideoDriver(); showsNothing(driver))
+        throw std::runtime_error(std::string("no display to show the cabinet on (SDL video driver \"")
+            + (driver ? driver : "") + "\"); start it in a desktop session, or run it with --replay");
     m_events.onExposed = [this] { m_renderer->repaint(); };
     m_loop.setSource(&m_events);
     // While the program waited for a game, keys and clicks gathered in the window's queue (typed before

@@ -14,12 +14,16 @@
 
 namespace {
 
-constexpr const char* kUsage = "usage: ombrel [--home DIR] [--replay SCRIPT] [--trace FILE] [--windowed] [--check]\n"
-                               "  --home DIR       the cabinet's folder (default: the folder of the program)\n"
-                               "  --replay SCRIPT  run headless on a virtual clock, driven by SCRIPT\n"
-                               "  --trace FILE     write every observable effect to FILE (\"-\": standard output)\n"
-                               "  --windowed       a window instead of the whole screen\n"
-                               "  --check          report how ombrel.ini is read, then stop\n";
+constexpr const char* kUsage
+    = "usage: ombrel [--home DIR] [--replay SCRIPT] [--trace FILE] [--windowed] [--check]\n"
+      "       ombrel --help | --version\n"
+      "  --home DIR       the cabinet's folder (default: the folder of the program)\n"
+      "  --replay SCRIPT  run headless on a virtual clock, driven by SCRIPT\n"
+      "  --trace FILE     write every observable effect to FILE (\"-\": standard output)\n"
+      "  --windowed       a window instead of the whole screen\n"
+      "  --check          report how ombrel.ini is read, then stop\n"
+      "  --help           this text\n"
+      "  --version        the program's version\n";
 
 struct Options {
     std::string home;
@@ -27,41 +31,50 @@ struct Options {
     std::string trace;
     bool windowed = false;
     bool check = false;
+    bool help = false;
+    bool version = false;
 };
 
 // Exit codes: 2 for a wrong command line or replay script, 1 when the program cannot start.
 constexpr int kUsageError = 2;
 constexpr int kStartError = 1;
 
-std::optional<Options> parseArguments(int argc, char** argv)
-{
+// The options, or the reason they are wrong ("unknown option --foo").
+struct ParsedArguments {
     Options options;
-    for (int i = 1; i < argc; ++i) {
+    std::string error;
+};
+
+ParsedArguments parseArguments(int argc, char** argv)
+{
+    ParsedArguments parsed;
+    Options& options = parsed.options;
+    for (int i = 1; i < argc && parsed.error.empty(); ++i) {
         const std::string arg = argv[i];
         auto value = [&](std::string& out) {
-            if (i + 1 >= argc)
-                return false;
-            out = argv[++i];
-            return !out.empty();
+            if (i + 1 < argc)
+                out = argv[++i];
+            if (out.empty())
+                parsed.error = arg + " needs a value";
         };
-        if (arg == "--home") {
-            if (!value(options.home))
-                return std::nullopt;
-        } else if (arg == "--replay") {
-            if (!value(options.replay))
-                return std::nullopt;
-        } else if (arg == "--trace") {
-            if (!value(options.trace))
-                return std::nullopt;
-        } else if (arg == "--windowed") {
+        if (arg == "--home")
+            value(options.home);
+        else if (arg == "--replay")
+            value(options.replay);
+        else if (arg == "--trace")
+            value(options.trace);
+        else if (arg == "--windowed")
             options.windowed = true;
-        } else if (arg == "--check") {
+        else if (arg == "--check")
             options.check = true;
-        } else {
-            return std::nullopt;
-        }
+        else if (arg == "--help")
+            options.help = true;
+        else if (arg == "--version")
+            options.version = true;
+        else
+            parsed.error = "unknown option " + arg;
     }
-    return options;
+    return parsed;
 }
 
 // The folder of the running executable.
@@ -115,26 +128,35 @@ int runReplay(const Options& options, const std::string& home)
 
 int main(int argc, char** argv)
 {
-    const auto options = parseArguments(argc, argv);
-    if (!options) {
-        std::cerr << kUsage;
+    const ParsedArguments parsed = parseArguments(argc, argv);
+    if (!parsed.error.empty()) {
+        std::cerr << "ombrel: " << parsed.error << "\n" << kUsage;
         return kUsageError;
     }
-    const auto home = homeFolder(options->home);
+    const Options& options = parsed.options;
+    if (options.help) {
+        std::cout << kUsage;
+        return 0;
+    }
+    if (options.version) {
+        std::cout << "ombrel " << OMBREL_VERSION << "\n";
+        return 0;
+    }
+    const auto home = homeFolder(options.home);
     if (!home) {
-        std::cerr << "ombrel: " << (options->home.empty() ? programFolder() : options->home)
+        std::cerr << "ombrel: " << (options.home.empty() ? programFolder() : options.home)
                   << " is not a folder\n";
         return kUsageError;
     }
-    if (options->check) {
+    if (options.check) {
         const auto report = ombrel::config::checkSettings(*home);
         std::cout << report.text;
         return report.ok ? 0 : kStartError;
     }
     try {
-        if (!options->replay.empty())
-            return runReplay(*options, *home);
-        ombrel::app::RealPlatform real(*home, options->windowed, options->trace);
+        if (!options.replay.empty())
+            return runReplay(options, *home);
+        ombrel::app::RealPlatform real(*home, options.windowed, options.trace);
         return runProgram(real.platform());
     } catch (const std::exception& e) {
         std::cerr << "ombrel: " << e.what() << "\n";

@@ -44,7 +44,7 @@ std::string listFileName(int path)
     if (path >= 1 && path <= config::kUserPaths)
         return "l " + std::to_string(path) + ".lst";
     if (path >= config::kImpactPath && path <= config::kDaphnePath)
-        return "l" + std::to_string(path) + ".lst";
+        return std::string("l").append(std::to_string(path)).append(".lst");
     if (path == config::kExtrasPath)
         return kExtrasFile;
     return {};

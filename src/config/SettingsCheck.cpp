@@ -20,9 +20,14 @@ namespace {
 
 struct Finding
 {
+    enum Kind {
+        Shift, // a comment, blank line or comma that moves every line after it
+        Value, // a folder or program that looks wrong
+        Error, // the read itself failed; text is the reader's whole message
+    };
     int line;
     std::string text;
-    bool error = false; // the read itself failed; text is the reader's whole message
+    Kind kind = Value;
 };
 
 constexpr std::array<std::string_view, 11> kFolderNames { "romDir", "emuDir", "artDir", "mameDir",
@@ -40,7 +45,9 @@ bool isFolderValue(const SettingsLine& entry)
 
 std::string quoted(const std::string& value)
 {
-    return "\"" + core::toDisplayText(value) + "\"";
+    // NOTE: appended rather than "\"" + text: GCC 12 warns falsely (-Wrestrict) on a literal plus a
+    // temporary string in a release build.
+    return std::string("\"").append(core::toDisplayText(value)).append("\"");
 }
 
 std::string padded(std::string text, size_t width)
@@ -162,7 +169,8 @@ void checkEntries(const std::vector<SettingsLine>& lines, platform::Files& files
                 findings.push_back({ entry.line,
                     std::string(comment ? "a comment" : "a blank line") + " stands where "
                         + describeLine(entry)
-                        + " is read; it is taken as the value and every line after it moves one place" });
+                        + " is read; it is taken as the value and every line after it moves one place",
+                    Finding::Shift });
         }
         if (!isFolderValue(entry) || entry.value.empty())
             continue;
@@ -192,44 +200,59 @@ void checkPrograms(const Settings& settings, const std::vector<SettingsLine>& li
     }
 }
 
-} // namespace
-
-SettingsCheck checkSettings(const std::string& home, platform::Files& files, const std::string& searchPath)
+// The file read as the program reads it, with every finding in the order of its lines.
+struct CheckedFile
 {
+    std::string shownPath; // the file as found, or as looked for
+    std::vector<SettingsLine> lines;
+    std::vector<Finding> findings;
+};
+
+CheckedFile readAndCheck(const std::string& home, platform::Files& files, const std::string* searchPath)
+{
+    CheckedFile checked;
     std::string path = settingsPath(home);
     std::string folder = path.substr(0, path.size() - std::string_view(kSettingsFileName).size());
     Settings settings;
-    std::vector<SettingsLine> lines;
-    std::vector<Finding> findings;
     bool complete = false;
     try {
-        OpenINI(home, settings, &lines);
+        OpenINI(home, settings, &checked.lines);
         complete = true;
     } catch (const SettingsError& error) {
-        findings.push_back({ error.line(), error.what(), true });
+        checked.findings.push_back({ error.line(), error.what(), Finding::Error });
     }
 
     std::string bytes;
     std::optional<std::string> found = files.resolve(path);
     if (found && core::readFile(*found, bytes)) {
         for (int line : linesWithCommas(bytes))
-            findings.push_back(
-                { line, "a comma ends the value here; the rest of the line is read as the next line" });
+            checked.findings.push_back(
+                { line, "a comma ends the value here; the rest of the line is read as the next line",
+                    Finding::Shift });
     }
-    checkEntries(lines, files, folder, findings);
-    if (complete)
-        checkPrograms(settings, lines, files, folder, searchPath, findings);
+    checkEntries(checked.lines, files, folder, checked.findings);
+    if (complete && searchPath)
+        checkPrograms(settings, checked.lines, files, folder, *searchPath, checked.findings);
+    std::stable_sort(checked.findings.begin(), checked.findings.end(),
+        [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    checked.shownPath = found ? *found : path;
+    return checked;
+}
 
-    std::string text = std::string(kSettingsFileName) + ": " + (found ? *found : path) + "\n";
-    for (const SettingsLine& entry : lines) {
+} // namespace
+
+SettingsCheck checkSettings(const std::string& home, platform::Files& files, const std::string& searchPath)
+{
+    const CheckedFile checked = readAndCheck(home, files, &searchPath);
+    std::string text = std::string(kSettingsFileName) + ": " + checked.shownPath + "\n";
+    for (const SettingsLine& entry : checked.lines) {
         text += "line " + padded(std::to_string(entry.line), 5)
             + padded(entry.label.empty() ? "(no label)" : entry.label, 17) + padded(entry.name, 16)
             + quoted(entry.value) + "\n";
     }
-    std::stable_sort(
-        findings.begin(), findings.end(), [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    const auto& findings = checked.findings;
     for (const Finding& finding : findings) {
-        if (finding.error)
+        if (finding.kind == Finding::Error)
             text += "error: " + finding.text + "\n";
         else
             text += "warning: line " + std::to_string(finding.line) + ": " + finding.text + "\n";
@@ -240,6 +263,22 @@ SettingsCheck checkSettings(const std::string& home, platform::Files& files, con
         text += std::to_string(findings.size()) + (findings.size() == 1 ? " problem" : " problems")
             + " found\n";
     return { text, findings.empty() };
+}
+
+std::string firstSettingsProblem(const std::string& home, platform::Files& files)
+{
+    const CheckedFile checked = readAndCheck(home, files, nullptr);
+    const auto& findings = checked.findings;
+    auto error = std::find_if(
+        findings.begin(), findings.end(), [](const Finding& f) { return f.kind == Finding::Error; });
+    if (error == findings.end())
+        return std::string();
+    // A missing folder or a wrong program is no reason for the break, so only what shifts counts.
+    auto shift = std::find_if(findings.begin(), findings.end(),
+        [&](const Finding& f) { return f.kind == Finding::Shift && f.line <= error->line; });
+    if (shift == findings.end())
+        return error->text;
+    return std::string(kSettingsFileName) + " line " + std::to_string(shift->line) + ": " + shift->text;
 }
 
 SettingsCheck checkSettings(const std::string& home)

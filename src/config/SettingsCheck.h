@@ -27,4 +27,10 @@ SettingsCheck checkSettings(const std::string& home, platform::Files& files, con
 // The same on the real disk, with the PATH of the environment.
 SettingsCheck checkSettings(const std::string& home);
 
+// What to mend first in a settings file that cannot be read, in one line: the first comment, blank
+// line or comma that moved the lines after it, when one stands at or before the line where the reading
+// broke (the break itself is only where the damage showed); else the reading error. Empty when the file
+// reads to its end.
+std::string firstSettingsProblem(const std::string& home, platform::Files& files);
+
 } // namespace ombrel::config

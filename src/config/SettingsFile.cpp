@@ -156,7 +156,7 @@ private:
     {
         std::string name(spec.name);
         if (path > 0)
-            name += "(" + std::to_string(path) + ")";
+            name.append("(").append(std::to_string(path)).append(")");
         return name;
     }
 

@@ -1,6 +1,7 @@
 // BlankerForm and BackgroundForm: the start of the program and the black backdrop.
 #include "startup/BlankerForm.h"
 
+#include "config/SettingsCheck.h"
 #include "config/SettingsFile.h"
 #include "launch/ReturnFromGame.h"
 #include "platform/MediaPlayer.h"
@@ -44,7 +45,9 @@ void BlankerForm::Form_Load()
         try {
             config::OpenINI(m_cabinet.home, settings);
         } catch (const config::SettingsError& error) {
-            failStart(error.what());
+            // The line where the reading broke is often far from the mistake; name the mistake.
+            std::string problem = config::firstSettingsProblem(m_cabinet.home, m_cabinet.platform.files);
+            failStart(problem.empty() ? error.what() : problem);
             return;
         }
         if (settings.scrW > 0 && settings.scrW != run.deskW && settings.scrH > 0)
@@ -71,23 +74,36 @@ void BlankerForm::Form_Load()
 void BlankerForm::failStart(const std::string& message)
 {
     m_failed = true;
-    std::cerr << "ombrel: " << message << "\n";
+    std::cerr << "ombrel: " << message << " (ombrel --check gives the whole report)\n";
     m_cabinet.forms.trace("error " + message);
+    // Nothing may lead on to the browser now: no film, no stick, and (see Form_Activate) no backdrop,
+    // whose click or key would show it.
     timresize.setEnabled(false);
     timjoy.setEnabled(false);
+    mpIntro.setVisible(false);
     auto& label = add<runtime::Label>("lblError");
     label.setBackStyle(0);
     label.setForeColor(0xFFFFFF);
     label.setFontSize(14);
     label.setWordWrap(true);
     label.move(600, 600, std::max(1500.0, width() - 1200), 3000);
-    label.setCaption(message + "\r\n\r\nOmbrel cannot start until the file is mended.");
-    m_message = &label;
-    addTimer("timfail", kFailureShownMs, true, [this] { loop().quit(1); });
+    label.setCaption(message + "\r\n\r\nOmbrel cannot start until the file is mended.\r\n"
+        + "ombrel --check lists every problem of the file.");
+    addTimer("timfail", kFailureShownMs, true, [this] { endAfterFailure(); });
+}
+
+void BlankerForm::endAfterFailure()
+{
+    if (loop().quitting())
+        return;
+    stack().trace("program end");
+    loop().quit(1);
 }
 
 void BlankerForm::Form_Activate()
 {
+    if (m_failed)
+        return;
     Form& background = stack().form("background");
     if (!background.visible()) {
         background.show();
@@ -98,10 +114,16 @@ void BlankerForm::Form_Activate()
 void BlankerForm::Form_KeyDown(int, int)
 {
     if (m_failed) {
-        loop().quit(1);
+        endAfterFailure();
         return;
     }
     mpIntro.player().stop();
+}
+
+void BlankerForm::Form_Click()
+{
+    if (m_failed)
+        endAfterFailure();
 }
 
 void BlankerForm::timresize_Timer()

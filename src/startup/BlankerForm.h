@@ -22,6 +22,7 @@ public:
     void Form_Load() override;
     void Form_Activate() override;
     void Form_KeyDown(int keyCode, int shift) override;
+    void Form_Click() override;
 
 private:
     void timresize_Timer();
@@ -29,7 +30,9 @@ private:
     void timjoy_Timer();
     void mpIntro_PlayStateChange(int oldState, int newState);
     // The settings could not be read at start: say so on the screen and on standard error, then end.
+    // A key, a click or the time shown ends it.
     void failStart(const std::string& message);
+    void endAfterFailure();
 
     Cabinet& m_cabinet;
     runtime::Label* m_message = nullptr;

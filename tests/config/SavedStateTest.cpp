@@ -31,14 +31,6 @@ SavedState sample()
     return state;
 }
 
-TEST(SavedState, WritesEachLineInItsTextForm)
-{
-    EXPECT_EQ(
-        formatCfg(sample()), "\"\\Ombrel\\\"\r\n300\r\n-1\r\n-250.5\r\n12\r\n#TRUE#\r\n41\r\n3\r\n14\r\n");
-    // Values never read are written as the numbers they count as.
-    EXPECT_EQ(formatCfg(SavedState {}), "\"\"\r\n0\r\n0\r\n0\r\n0\r\n#FALSE#\r\n0\r\n0\r\n0\r\n");
-}
-
 TEST(SavedState, NumbersTakeTheirShortestPlainForm)
 {
     struct Row
@@ -58,12 +50,13 @@ TEST(SavedState, NumbersTakeTheirShortestPlainForm)
     EXPECT_EQ(numberText(-250.5f), "-250.5");
 }
 
-TEST(SavedState, ReadsBackWhatItSaved)
+TEST(SavedState, WritesEachLineInItsTextFormAndReadsItBack)
 {
     struct Row
     {
         const char* name;
         SavedState state;
+        const char* text; // the file as written
     };
     SavedState neverSaver = sample();
     neverSaver.saverDelay = -1;
@@ -73,20 +66,28 @@ TEST(SavedState, ReadsBackWhatItSaved)
     fractions.saverDelay = 0.5;
     fractions.curSong = 1.25f;
     fractions.curSkin = "\\My Skin, New\\"; // a comma inside the quotes stays
-    const Row rows[] = { { "sample", sample() }, { "saver off, nothing selected", neverSaver },
-        { "fractions", fractions } };
+    const Row rows[] = {
+        { "sample", sample(), "\"\\Ombrel\\\"\r\n300\r\n-1\r\n-250.5\r\n12\r\n#TRUE#\r\n41\r\n3\r\n14\r\n" },
+        { "saver off, nothing selected", neverSaver,
+            "\"\\Ombrel\\\"\r\n-1\r\n-1\r\n-250.5\r\n12\r\n#FALSE#\r\n-1\r\n3\r\n14\r\n" },
+        { "fractions", fractions,
+            "\"\\My Skin, New\\\"\r\n0.5\r\n-1\r\n-250.5\r\n1.25\r\n#TRUE#\r\n41\r\n3\r\n14\r\n" },
+    };
     platform::DiskFiles disk;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         TempHome home;
         std::string path = home.path() + kSavedStateFileName;
         ASSERT_EQ(saveCfg(disk, path, row.state), "");
+        EXPECT_EQ(home.read(kSavedStateFileName), row.text);
         SavedState read;
         double saverCount = 7;
         EXPECT_EQ(openCfg(path, read, saverCount), "");
         EXPECT_TRUE(read == row.state) << formatCfg(read);
         EXPECT_EQ(saverCount, row.state.saverDelay);
     }
+    // Values never read are written as the numbers they count as.
+    EXPECT_EQ(formatCfg(SavedState {}), "\"\"\r\n0\r\n0\r\n0\r\n0\r\n#FALSE#\r\n0\r\n0\r\n0\r\n");
 }
 
 TEST(SavedState, ReadsFilesWrittenByHand)
@@ -176,18 +177,6 @@ TEST(SavedState, SavingReplacesTheWholeFileOrNothing)
     EXPECT_TRUE(std::filesystem::is_directory(home.root() / "taken"));
     EXPECT_NE(saveCfg(disk, home.path() + "missing/ombrel.cfg", sample()), "");
     EXPECT_FALSE(home.exists("missing"));
-}
-
-TEST(SavedState, DemoCabinetFileIsWhatTheProgramWrites)
-{
-    std::string path = test::sourceDir() + "/demo/ombrel.cfg";
-    std::string bytes;
-    ASSERT_TRUE(core::readFile(path, bytes));
-    EXPECT_EQ(bytes, "\"\\Ombrel\\\"\r\n300\r\n0\r\n0\r\n1\r\n#FALSE#\r\n3\r\n1\r\n0\r\n");
-    SavedState state;
-    double saverCount = 0;
-    ASSERT_EQ(openCfg(path, state, saverCount), "");
-    EXPECT_EQ(formatCfg(state), bytes);
 }
 
 } // namespace

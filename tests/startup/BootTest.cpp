@@ -1,14 +1,17 @@
 // The start of the program and what missing or broken files lead to: the settings file (the one
-// failure that stops the start), the saved state, the master list, the Extras list, the intro film.
+// failure that stops the start), the saved state, the intro film.
 #include "CabinetFixture.h"
 
-#include "catalogue/Navigation.h"
 #include "runtime/controls/Label.h"
 #include "runtime/controls/MediaView.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace ombrel::test {
 namespace {
@@ -24,74 +27,99 @@ protected:
         return std::any_of(cab.trace.lines.begin(), cab.trace.lines.end(),
             [&](const std::string& line) { return line.rfind(prefix, 0) == 0; });
     }
-    std::string middleRow()
-    {
-        auto& main = cab.main();
-        auto* row = main.c.ll.get(cab.cabinet().run.midRow);
-        return row ? row->caption() : std::string("<no row>");
-    }
-
     CabinetFixture cab;
 };
 
+// The settings file of the fixture, line by line, changed by edit and written back.
+void editIni(TempHome& home, const std::function<void(std::vector<std::string>&)>& edit)
+{
+    std::vector<std::string> lines;
+    const std::string text = home.read("ombrel.ini");
+    for (size_t at = 0, end; (end = text.find("\r\n", at)) != std::string::npos; at = end + 2)
+        lines.push_back(text.substr(at, end - at));
+    edit(lines);
+    std::string out;
+    for (const std::string& line : lines)
+        out += line + "\r\n";
+    home.write("ombrel.ini", out);
+}
+
 struct BrokenSettings {
     const char* name;
-    int keepLines; // lines of a sound file kept; -1: no file at all
-    const char* message; // what the message must say
+    std::function<void(std::vector<std::string>&)> edit; // nullptr: no file at all
+    const char* message; // the first problem, which the message must name
 };
 
-class BrokenSettingsTest : public BootTest, public ::testing::WithParamInterface<BrokenSettings> { };
+// What the player may do while the message stands: a key or a click on it ends the program at once;
+// nothing else does, and nothing brings up the browser on the half-read settings.
+struct InputDuringMessage {
+    const char* name;
+    std::function<void(CabinetFixture&)> give;
+    bool endsAtOnce;
+};
 
-TEST_P(BrokenSettingsTest, StopTheStartWithOneClearMessageOnScreenAndStandardError)
+class BrokenSettingsTest : public ::testing::TestWithParam<BrokenSettings> { };
+
+TEST_P(BrokenSettingsTest, StopTheStartWithTheFirstProblemUntilTheProgramEnds)
 {
+    const InputDuringMessage inputs[] = {
+        { "nothing", [](CabinetFixture&) {}, false },
+        { "a key", [](CabinetFixture& fx) { fx.press(vk::kEnter); }, true },
+        { "a click on the message", [](CabinetFixture& fx) { fx.click("blanker"); }, true },
+        { "a click on the backdrop", [](CabinetFixture& fx) { fx.click("background"); }, false },
+        { "a joystick button", [](CabinetFixture& fx) { fx.joystick.set({ .buttons = 1 }); }, false },
+    };
     const auto& row = GetParam();
-    cab.write({});
-    if (row.keepLines < 0) {
-        std::filesystem::remove(cab.home.root() / "ombrel.ini");
-    } else {
-        std::string text = cab.home.read("ombrel.ini");
-        size_t at = 0;
-        for (int i = 0; i < row.keepLines && at != std::string::npos; ++i)
-            at = text.find("\r\n", at) == std::string::npos ? std::string::npos : text.find("\r\n", at) + 2;
-        cab.home.write("ombrel.ini", text.substr(0, at));
+    for (const auto& input : inputs) {
+        SCOPED_TRACE(input.name);
+        CabinetFixture fx;
+        fx.write({});
+        if (row.edit)
+            editIni(fx.home, row.edit);
+        else
+            std::filesystem::remove(fx.home.root() / "ombrel.ini");
+        ::testing::internal::CaptureStderr();
+        fx.start();
+        fx.runFor(1000);
+        const std::string err = ::testing::internal::GetCapturedStderr();
+        EXPECT_NE(err.find(row.message), std::string::npos) << err;
+        EXPECT_NE(err.find("ombrel --check"), std::string::npos) << err;
+        EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << "one line on standard error";
+        auto* label = dynamic_cast<runtime::Label*>(fx.forms().form("blanker").find("lblError"));
+        ASSERT_NE(label, nullptr);
+        EXPECT_TRUE(fx.active("blanker"));
+        EXPECT_NE(label->caption().find(row.message), std::string::npos) << label->caption();
+
+        input.give(fx);
+        if (!input.endsAtOnce) {
+            fx.runFor(3999);
+            EXPECT_FALSE(fx.loop.quitting());
+            EXPECT_TRUE(fx.showing("blanker")) << "the message stays until the end";
+            fx.runFor(1);
+        }
+        EXPECT_TRUE(fx.loop.quitting());
+        EXPECT_EQ(fx.loop.exitCode(), 1);
+        EXPECT_EQ(fx.trace.lines.back(), "program end");
+        for (const std::string& line : fx.trace.lines)
+            EXPECT_EQ(line.find("Main"), std::string::npos) << "nothing of the cabinet starts: " << line;
+        EXPECT_EQ(std::count(fx.trace.lines.begin(), fx.trace.lines.end(), "media mpIntro play"), 0);
     }
-    ::testing::internal::CaptureStderr();
-    cab.boot();
-    std::string err = ::testing::internal::GetCapturedStderr();
-    EXPECT_NE(err.find(row.message), std::string::npos) << err;
-    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << "one line on standard error";
-
-    auto& blanker = cab.forms().form("blanker");
-    auto* label = dynamic_cast<runtime::Label*>(blanker.find("lblError"));
-    ASSERT_NE(label, nullptr);
-    EXPECT_TRUE(blanker.visible());
-    EXPECT_NE(label->caption().find(row.message), std::string::npos);
-    EXPECT_FALSE(cab.showing("Main")) << "nothing of the cabinet starts";
-    EXPECT_FALSE(traced("media mpIntro play"));
-
-    cab.runFor(5000);
-    EXPECT_TRUE(cab.loop.quitting());
-    EXPECT_EQ(cab.loop.exitCode(), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, BrokenSettingsTest,
-    ::testing::Values(BrokenSettings { "missing", -1, "ombrel.ini" },
-        // Cut inside path block 20: a plain read finds the end of the file.
-        BrokenSettings { "endsInTheBlocks", 158, "ombrel.ini line" },
-        // ResX= is the 16th closing line: a number must stand there.
-        BrokenSettings { "endsBeforeTheScreenSize", 175, "ombrel.ini line" }),
+    ::testing::Values(BrokenSettings { "missing", nullptr, "ombrel.ini: cannot open" },
+        BrokenSettings { "endsInTheBlocks", [](auto& lines) { lines.resize(158); },
+            "ombrel.ini line 159: the file ends where EmuFolder= of path 20" },
+        BrokenSettings { "lastTwoLinesMissing", [](auto& lines) { lines.resize(180); },
+            "ombrel.ini line 181: the file ends where Bits=" },
+        // The rest of the rate's line is read as the next line, and ResX= gets a word: the comma is
+        // what to mend, not the line where the reading broke.
+        BrokenSettings { "strayComma", [](auto& lines) { lines.at(172) += ",ms"; },
+            "ombrel.ini line 173: a comma ends the value here" },
+        BrokenSettings { "commentBeforeAPlainRead",
+            [](auto& lines) { lines.insert(lines.begin() + 17, "* path 3 runs the same emulator"); },
+            "ombrel.ini line 18: a comment stands where Exec= (emuExe(3)) is read" }),
     [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(BootTest, WithoutTheLastLineTheStartGoesOnAndPowerOffIsFalse)
-{
-    cab.write({});
-    std::string text = cab.home.read("ombrel.ini");
-    text.erase(text.rfind("\r\n", text.size() - 3) + 2);
-    cab.home.write("ombrel.ini", text);
-    cab.boot();
-    EXPECT_TRUE(cab.showing("Main"));
-    EXPECT_FALSE(cab.cabinet().settings.powerOff);
-}
 
 TEST_F(BootTest, WithoutAFilmTheBrowserIsShownAtOnceAndComesUpOnItsLastGame)
 {
@@ -143,40 +171,11 @@ TEST_F(BootTest, WithoutSavedStateNoListIsShownUntilThePlayerMoves)
     EXPECT_EQ(main.c.List1.listCount(), 100);
 }
 
-TEST_F(BootTest, WithoutTheMasterListNoListIsLoadedAndTheMessageShows)
-{
-    cab.write({});
-    std::string before = cab.home.read("l 1.lst");
-    std::filesystem::remove(cab.home.root() / "gamelist.lst");
-    cab.boot();
-    cab.runFor(2000);
-    EXPECT_EQ(cab.main().c.List1.listCount(), 0);
-    EXPECT_EQ(middleRow(), catalogue::kNoRomsMessage);
-    EXPECT_EQ(cab.home.read("l 1.lst"), before) << "a list file that holds games is never emptied";
-}
-
-TEST_F(BootTest, WithoutExtrasTheWalkNeverStopsOnTheExtrasList)
-{
-    cab.write({ .listSizes = { 5, 0, 2 } });
-    cab.boot();
-    auto& main = cab.main();
-    EXPECT_TRUE(cab.cabinet().catalogue.extras.at(1, 1).empty());
-    main.nav.gPrevPath(); // from list 1 backwards: 27 and 4..20 are empty, 3 has games
-    EXPECT_EQ(cab.curPath(), 3);
-    main.nav.gNextPath(); // 4..27 are empty or off, then 1
-    EXPECT_EQ(cab.curPath(), 1);
-}
-
 TEST_F(BootTest, ALastIndexPastTheListLeavesTheSelectionOnTheFirstGame)
 {
     cab.write({ .listSizes = { 3 } });
-    std::string cfg = cab.home.read("ombrel.cfg");
     // Line 7 is lastIndex: 3 equals the list's length, which the list box refuses.
-    size_t at = 0;
-    for (int i = 0; i < 6; ++i)
-        at = cfg.find("\r\n", at) + 2;
-    cfg.replace(at, cfg.find("\r\n", at) - at, "3");
-    cab.home.write("ombrel.cfg", cfg);
+    cab.home.write("ombrel.cfg", "\"\\Skin\\\"\r\n300\r\n0\r\n0\r\n1\r\n#FALSE#\r\n3\r\n1\r\n0\r\n");
     cab.boot();
     EXPECT_EQ(cab.listIndex(), 0);
 }

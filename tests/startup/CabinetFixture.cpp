@@ -129,6 +129,15 @@ void CabinetFixture::release(int key, int shift)
     loop.doEvents();
 }
 
+void CabinetFixture::click(const std::string& target)
+{
+    runtime::InputEvent event;
+    event.kind = runtime::InputKind::Click;
+    event.target = target;
+    loop.postInput(event);
+    loop.doEvents();
+}
+
 std::vector<std::string> CabinetFixture::sinceMark() const
 {
     return { trace.lines.begin() + static_cast<std::ptrdiff_t>(std::min(m_mark, trace.lines.size())),

@@ -71,6 +71,8 @@ public:
         press(key, shift);
         release(key, shift);
     }
+    // A click of the left button on a form or control named as a replay script names it ("Main.ll(3)").
+    void click(const std::string& target);
     void runFor(int64_t ms) { loop.runFor(ms); }
 
     startup::MainForm& main();

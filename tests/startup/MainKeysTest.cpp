@@ -67,7 +67,7 @@ TEST(MainKeysTest, HeldKeyStepsAtTheScrollRate)
     }
 }
 
-TEST(MainKeysTest, EachStepClicksAndTheReleaseClicksOnceMore)
+TEST(MainKeysTest, EachStepClicksAndTheReleaseClicksOnceMoreButRepeatsDoNothing)
 {
     CabinetFixture fx;
     fx.boot(CabinetSetup {});
@@ -82,20 +82,9 @@ TEST(MainKeysTest, EachStepClicksAndTheReleaseClicksOnceMore)
     EXPECT_EQ(fx.countSinceMark(kPop), 1);
     EXPECT_EQ(fx.countSinceMark(kPlay), 1);
 
+    // The keyboard's own repeat of a held key adds no steps and no clicks.
     fx.runFor(100);
     fx.mark();
-    fx.press(kDown);
-    fx.runFor(170);
-    fx.release(kDown);
-    EXPECT_EQ(fx.listIndex(), 2);
-    EXPECT_EQ(fx.countSinceMark(kPop), 3);
-    EXPECT_EQ(fx.countSinceMark(kPlay), 3);
-}
-
-TEST(MainKeysTest, KeyRepeatOfAHeldKeyAddsNoSteps)
-{
-    CabinetFixture fx;
-    fx.boot(CabinetSetup {});
     fx.press(kDown);
     for (int i = 0; i < 5; ++i) {
         fx.runFor(30);
@@ -104,6 +93,8 @@ TEST(MainKeysTest, KeyRepeatOfAHeldKeyAddsNoSteps)
     fx.runFor(20);
     fx.release(kDown);
     EXPECT_EQ(fx.listIndex(), 2);
+    EXPECT_EQ(fx.countSinceMark(kPop), 3);
+    EXPECT_EQ(fx.countSinceMark(kPlay), 3);
 }
 
 TEST(MainKeysTest, ReleasingEitherOfTwoHeldKeysStopsBoth)
@@ -165,57 +156,40 @@ TEST(MainKeysTest, MovementKeyWithShiftCtrlOrAltShowsItsPictureFullScreen)
     }
 }
 
-TEST(MainKeysTest, SaverOpensAfterTheDelayWithoutInput)
+// A key without a command restarts the countdown all the same, a held key stops it until its release,
+// and a delay of -1 never opens the saver, though its key still does.
+TEST(MainKeysTest, SaverOpensTheDelayAfterTheLastKeyUp)
 {
-    CabinetFixture fx;
-    CabinetSetup setup;
-    setup.saverDelay = 5;
-    fx.boot(setup);
-    fx.tap(kA); // a key without a command restarts the countdown all the same
-    fx.runFor(4999);
-    EXPECT_FALSE(fx.showing("ScreenSav"));
-    fx.runFor(1);
-    EXPECT_TRUE(fx.active("ScreenSav"));
-    EXPECT_FALSE(fx.showing("Main"));
-
-    fx.tap(kEsc);
-    EXPECT_TRUE(fx.active("Main"));
-    EXPECT_EQ(fx.cabinet().run.saverCount, 5);
-}
-
-TEST(MainKeysTest, HeldKeyStopsTheCountdown)
-{
-    CabinetFixture fx;
-    CabinetSetup setup;
-    setup.saverDelay = 5;
-    fx.boot(setup);
-    fx.press(kA);
-    fx.runFor(20000);
-    EXPECT_FALSE(fx.showing("ScreenSav"));
-    fx.release(kA);
-    fx.runFor(4999);
-    EXPECT_FALSE(fx.showing("ScreenSav"));
-    fx.runFor(1);
-    EXPECT_TRUE(fx.showing("ScreenSav"));
-}
-
-TEST(MainKeysTest, SaverOffNeverOpensByItselfButItsKeyStillWorks)
-{
-    CabinetFixture fx;
-    CabinetSetup setup;
-    setup.saverDelay = -1;
-    fx.boot(setup);
-    fx.runFor(600'000);
-    EXPECT_FALSE(fx.showing("ScreenSav"));
-
-    fx.press(kFive);
-    EXPECT_TRUE(fx.active("ScreenSav"));
-    fx.release(kFive);
-    fx.tap(kEsc);
-    EXPECT_TRUE(fx.active("Main"));
-    EXPECT_EQ(fx.cabinet().run.saverCount, -1);
-    fx.runFor(600'000);
-    EXPECT_FALSE(fx.showing("ScreenSav"));
+    struct Case
+    {
+        const char* name;
+        double delay;
+        int holdMs;
+    };
+    const Case cases[] = { { "a tap", 5, 0 }, { "a held key", 5, 20000 }, { "saver off", -1, 0 } };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        CabinetFixture fx;
+        CabinetSetup setup;
+        setup.saverDelay = row.delay;
+        fx.boot(setup);
+        fx.press(kA);
+        fx.runFor(row.holdMs);
+        EXPECT_FALSE(fx.showing("ScreenSav"));
+        fx.release(kA);
+        const int64_t opensAfterMs = row.delay > 0 ? static_cast<int64_t>(row.delay * 1000) : 600'000;
+        fx.runFor(opensAfterMs - 1);
+        EXPECT_FALSE(fx.showing("ScreenSav"));
+        fx.runFor(1);
+        EXPECT_EQ(fx.active("ScreenSav"), row.delay > 0);
+        if (row.delay < 0)
+            fx.tap(kFive);
+        EXPECT_TRUE(fx.active("ScreenSav"));
+        EXPECT_FALSE(fx.showing("Main"));
+        fx.tap(kEsc);
+        EXPECT_TRUE(fx.active("Main"));
+        EXPECT_EQ(fx.cabinet().run.saverCount, row.delay);
+    }
 }
 
 TEST(MainKeysTest, MuteStopsThePlayingSoundAndSilencesTheClicks)

@@ -2,6 +2,8 @@
 // master list. (The scan a first run starts by itself is the scenario first-run-scan.)
 #include "CabinetFixture.h"
 
+#include "catalogue/Navigation.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -53,12 +55,15 @@ TEST_F(RefreshTest, RefreshKeyRescansAndAFolderThatIsGoneEmptiesItsList)
     EXPECT_EQ(cab.curPath(), 3) << "the emptied list is passed by";
 }
 
-TEST_F(RefreshTest, WithoutTheMasterListListsThatHoldGamesAreKept)
+TEST_F(RefreshTest, WithoutTheMasterListNothingIsFoundAndListsThatHoldGamesAreKept)
 {
     cab.write({ .listSizes = { 3, 0 } });
     std::filesystem::remove(cab.home.root() / "gamelist.lst");
     const std::string held = cab.home.read("l 1.lst");
     cab.boot(); // nothing is loaded, so the scan starts by itself, and finds nothing
+    cab.runFor(2000);
+    EXPECT_EQ(cab.main().c.ll.get(cab.cabinet().run.midRow)->caption(), catalogue::kNoRomsMessage);
+    EXPECT_EQ(cab.home.read("l 1.lst"), held);
     cab.mark();
     cab.tap(kF5);
     EXPECT_EQ(cab.home.read("l 1.lst"), held);
