@@ -1,12 +1,14 @@
-// Tests of whole-file replacement and reading.
+// Tests of whole-file replacement (through links too), of the temporary files' names, and of reading.
 #include "core/AtomicFile.h"
 
 #include "TempHome.h"
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace ombrel::core {
 namespace {
@@ -18,7 +20,12 @@ size_t entryCount(const fs::path& folder)
     return static_cast<size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
-TEST(AtomicFile, WritesAndReplacesWholeFiles)
+bool mentions(const std::string& message, const std::string& text)
+{
+    return message.find(text) != std::string::npos;
+}
+
+TEST(AtomicFile, ReplacesWholeFilesKeepingTheirPermissions)
 {
     test::TempHome home;
     std::string path = home.path() + "ombrel.cfg";
@@ -26,28 +33,21 @@ TEST(AtomicFile, WritesAndReplacesWholeFiles)
     const std::string bytes = "\"\\Ombrel\\\"\r\n300\r\n\0end\r\n"s;
 
     EXPECT_EQ(writeFileAtomic(path, "old content that is longer than the new one"), "");
+    ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
     EXPECT_EQ(writeFileAtomic(path, bytes), "");
     std::string read;
     ASSERT_TRUE(readFile(path, read));
     EXPECT_EQ(read, bytes);
     EXPECT_EQ(entryCount(home.root()), 1u); // no temporary file left beside it
-
-    EXPECT_EQ(writeFileAtomic(path, ""), "");
-    ASSERT_TRUE(readFile(path, read));
-    EXPECT_EQ(read, "");
-}
-
-TEST(AtomicFile, KeepsTheOldFilesPermissions)
-{
-    test::TempHome home;
-    std::string path = home.write("omkeys.cfg", "1");
-    ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
-    EXPECT_EQ(writeFileAtomic(path, "2"), "");
     struct stat info
     {
     };
     ASSERT_EQ(::stat(path.c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0600u);
+
+    EXPECT_EQ(writeFileAtomic(path, ""), "");
+    ASSERT_TRUE(readFile(path, read));
+    EXPECT_EQ(read, "");
 }
 
 TEST(AtomicFile, FailureReportsAndLeavesNothingBehind)
@@ -55,17 +55,119 @@ TEST(AtomicFile, FailureReportsAndLeavesNothingBehind)
     test::TempHome home;
     std::string missing = home.path() + "nofolder/ombrel.cfg";
     std::string message = writeFileAtomic(missing, "x");
-    EXPECT_NE(message.find(missing), std::string::npos) << message;
-    EXPECT_NE(message.find("No such file"), std::string::npos) << message;
+    EXPECT_TRUE(mentions(message, missing + ": No such file")) << message;
     EXPECT_EQ(entryCount(home.root()), 0u);
 
     // A folder in the place of the file: the rename fails, the folder and its content stay.
     std::string folder = home.path() + "l 1.lst";
     home.write("l 1.lst/keep", "k");
     message = writeFileAtomic(folder, "x");
-    EXPECT_NE(message.find(folder), std::string::npos) << message;
+    EXPECT_TRUE(mentions(message, folder)) << message;
     EXPECT_EQ(home.read("l 1.lst/keep"), "k");
     EXPECT_EQ(entryCount(home.root()), 1u);
+}
+
+// A folder this process cannot make files in: one without write permission, or, for root, who may
+// write anywhere on a normal file system, /proc.
+std::string unwritableFolder(const test::TempHome& home)
+{
+    home.write("locked/omkeys.cfg", "old");
+    const std::string locked = home.path() + "locked";
+    ::chmod(locked.c_str(), 0555);
+    if (::access(locked.c_str(), W_OK) != 0)
+        return locked;
+    return "/proc";
+}
+
+TEST(AtomicFile, WritesThroughLinksAndKeepsThem)
+{
+    struct Case
+    {
+        const char* name;
+        std::vector<std::pair<const char*, const char*>> links; // link below cabinet/ -> its target
+        const char* lands; // the file below the home that gets the bytes; null: the write fails
+        const char* says; // what the failure's message says
+    };
+    const Case cases[] = {
+        { "link to a shared copy", { { "omkeys.cfg", "@/shared/omkeys.cfg" } }, "shared/omkeys.cfg", "" },
+        { "relative link counts from its folder", { { "omkeys.cfg", "../shared/omkeys.cfg" } },
+            "shared/omkeys.cfg", "" },
+        { "chain of links", { { "ombrel.cfg", "mid.cfg" }, { "mid.cfg", "../shared/ombrel.cfg" } },
+            "shared/ombrel.cfg", "" },
+        { "link to a folder's link", { { "ombrel.cfg", "../dir/ombrel.cfg" }, { "../dir", "shared" } },
+            "shared/ombrel.cfg", "" },
+        { "dangling link", { { "omkeys.cfg", "../shared/gone.cfg" } }, nullptr,
+            "gone.cfg, which does not exist" },
+        { "loop", { { "omkeys.cfg", "a.cfg" }, { "a.cfg", "omkeys.cfg" } }, nullptr, "loop" },
+        { "target's folder not writable", { { "omkeys.cfg", "@locked" } }, nullptr, "(a link to " },
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        test::TempHome home;
+        home.write("shared/omkeys.cfg", "old");
+        home.write("shared/ombrel.cfg", "old");
+        fs::create_directories(home.root() / "cabinet");
+        for (const auto& [link, to] : row.links) {
+            std::string text = to;
+            if (text == "@locked")
+                text
+                    = unwritableFolder(home) == "/proc" ? "/proc/version" : home.path() + "locked/omkeys.cfg";
+            else if (text.starts_with("@"))
+                text = home.path() + text.substr(2);
+            fs::create_symlink(text, home.root() / "cabinet" / link);
+        }
+        const std::string path = home.path() + "cabinet/" + row.links.front().first;
+        const std::string message = writeFileAtomic(path, "new");
+
+        for (const auto& [link, to] : row.links)
+            EXPECT_TRUE(fs::is_symlink(home.root() / "cabinet" / link)) << link << " is no longer a link";
+        if (row.lands) {
+            EXPECT_EQ(message, "");
+            EXPECT_EQ(home.read(row.lands), "new");
+            EXPECT_EQ(entryCount(home.root() / "shared"), 2u) << "a temporary file is left";
+        } else {
+            EXPECT_TRUE(mentions(message, path) && mentions(message, row.says)) << message;
+            EXPECT_EQ(home.read("shared/omkeys.cfg"), "old");
+            EXPECT_EQ(home.read("locked/omkeys.cfg"), home.exists("locked") ? "old" : "");
+        }
+        ::chmod((home.path() + "locked").c_str(), 0755);
+    }
+}
+
+TEST(AtomicFile, TemporaryNamesTellTheFileAndTheWriter)
+{
+    EXPECT_EQ(temporaryName("/c/l 1.lst", 812, 7), "/c/l 1.lst.ombrel-812-7.tmp");
+    struct Case
+    {
+        const char* entry;
+        const char* target; // null: not one of the program's temporary files
+        long pid;
+    };
+    const Case cases[] = {
+        { "ombrel.cfg.ombrel-812-4294967295.tmp", "ombrel.cfg", 812 },
+        { "L 1.LST.ombrel-2147483647-0.tmp", "L 1.LST", INT_MAX },
+        { "omkeys.cfg.tmp99-123", "omkeys.cfg", 99 }, // as earlier versions named them
+        { "a.ombrel-1-2.tmp.ombrel-3-4.tmp", "a.ombrel-1-2.tmp", 3 },
+        { ".ombrel-12-34.tmp", nullptr, 0 }, // no file's name
+        { "x.ombrel-12.tmp", nullptr, 0 },
+        { "x.ombrel--34.tmp", nullptr, 0 },
+        { "x.ombrel-0-1.tmp", nullptr, 0 },
+        { "x.ombrel-2147483648-1.tmp", nullptr, 0 }, // no process has such an id
+        { "x.ombrel-1-99999999999.tmp", nullptr, 0 },
+        { "x.ombrel-1-2.tmpx", nullptr, 0 },
+        { "x.tmp12-", nullptr, 0 },
+        { "ombrel.cfg.tmp", nullptr, 0 },
+        { "ombrel.cfg", nullptr, 0 },
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.entry);
+        const auto parsed = parseTemporaryName(row.entry);
+        ASSERT_EQ(parsed.has_value(), row.target != nullptr);
+        if (parsed) {
+            EXPECT_EQ(parsed->target, row.target);
+            EXPECT_EQ(parsed->pid, row.pid);
+        }
+    }
 }
 
 TEST(AtomicFile, ReadsOnlyRegularFiles)
