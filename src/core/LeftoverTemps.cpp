@@ -58,13 +58,18 @@ LeftoverSweep removeLeftoverTemps(const std::vector<std::string>& files)
     // Folder -> the names (in lower case) of the program's files in it. The letters' case is left open
     // since a file may have been found under another case than the one the program asks for.
     std::map<std::string, std::set<std::string>> wanted;
+    const auto want = [&wanted](const std::string& file) {
+        const size_t slash = file.find_last_of('/');
+        const std::string folder = slash == std::string::npos ? "./" : file.substr(0, slash + 1);
+        wanted[folder].insert(lowerCase(file.substr(slash == std::string::npos ? 0 : slash + 1)));
+    };
     for (const std::string& file : files) {
+        // Beside the file itself, and, for a link, beside the file it leads to (where writes go now;
+        // versions that replaced the link wrote beside the link).
+        want(file);
         const LinkEnd end = followLinks(file);
-        if (end.file.empty())
-            continue; // a write through a broken link fails before it makes a temporary file
-        const size_t slash = end.file.find_last_of('/');
-        const std::string folder = slash == std::string::npos ? "./" : end.file.substr(0, slash + 1);
-        wanted[folder].insert(lowerCase(end.file.substr(slash == std::string::npos ? 0 : slash + 1)));
+        if (!end.file.empty() && end.file != file)
+            want(end.file);
     }
 
     for (const auto& [folder, names] : wanted) {

@@ -14,7 +14,7 @@ struct LeftoverSweep
     std::vector<std::string> problems; // one message for each thing that failed
 };
 
-// Removes, beside each of files (or beside the end of its chain of links), the temporary files that
+// Removes, beside each of files (and beside the end of its chain of links), the temporary files that
 // writeFileAtomic made for it in a process that no longer runs. A temporary file of another running
 // copy of the program is left alone, and so is every other name. What cannot be looked at or removed
 // is reported and passed by. Call it at start, before the program writes anything: a temporary file
