@@ -53,7 +53,8 @@ Cabinet& Application::cabinet() { return *m_cabinet; }
 
 void Application::start()
 {
-    // Before anything is read, so a half-made file from the last run is gone before the first write.
+    // First of all: nothing of this run has written yet, so a temporary file that carries this process's
+    // id (a restart may get the same one) is a left-over too.
     removeLeftoverTemps();
     m_forms.form("blanker").show();
 }

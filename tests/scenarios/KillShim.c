@@ -5,8 +5,9 @@
  *   OMBREL_KILL_NTH   which matching call, from 1
  *   OMBREL_KILL_WHEN  before (the default), half (half of a write's bytes go out first) or after
  * Every other call goes straight through. Without a kill it can keep a record instead:
- *   OMBREL_KILL_RECORD  a folder that gets a copy of every file a rename puts in place, as <n>-<name>,
- *                       so a test knows each whole version of each file that a run passes through. */
+ *   OMBREL_KILL_RECORD  a folder that gets a copy of every file a rename puts in place, as
+ *                       <n>-<microseconds of CLOCK_MONOTONIC>-<name>, so a test knows each whole version of
+ *                       each file that a run passes through, and when the writes happen. */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -14,6 +15,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <time.h>
 #include <unistd.h>
 
 typedef ssize_t (*WriteFn)(int, const void*, size_t);
@@ -110,9 +112,12 @@ static void record(const char* path, WriteFn realWrite)
     const char* folder = getenv("OMBREL_KILL_RECORD");
     if (!folder)
         return;
+    struct timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    long long micros = (long long)now.tv_sec * 1000000 + now.tv_nsec / 1000;
     const char* slash = strrchr(path, '/');
     char copy[4096];
-    snprintf(copy, sizeof copy, "%s/%d-%s", folder, ++count, slash ? slash + 1 : path);
+    snprintf(copy, sizeof copy, "%s/%d-%lld-%s", folder, ++count, micros, slash ? slash + 1 : path);
     int in = open(path, O_RDONLY | O_CLOEXEC);
     int out = open(copy, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     char buffer[65536];
