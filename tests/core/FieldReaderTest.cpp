@@ -55,7 +55,7 @@ TEST(FieldReader, SplitsFieldsByTheRule)
     }
 }
 
-TEST(FieldReader, CountsLinesForMessages)
+TEST(FieldReader, CountsLinesForMessagesAndSeeksBack)
 {
     // Fields and the line each begins on; a quoted field carries its line ends with it.
     FieldReader reader("a\r\n\"b\r\nc\"\r\nd,e\rf\n\ng\r\n");
@@ -68,9 +68,12 @@ TEST(FieldReader, CountsLinesForMessages)
         { "", 6 },
         { "g", 7 },
     };
+    size_t offsetOfE = 0;
     for (const auto& [field, line] : expected) {
         SCOPED_TRACE(field);
         EXPECT_EQ(reader.line(), line);
+        if (field == "e")
+            offsetOfE = reader.offset();
         EXPECT_EQ(reader.readField(), field);
         EXPECT_EQ(reader.fieldLine(), line);
     }
@@ -80,9 +83,14 @@ TEST(FieldReader, CountsLinesForMessages)
     } catch (const ReadError& error) {
         EXPECT_EQ(error.line(), 8);
     }
+    // An index of a large file returns to a place it found earlier.
+    reader.seek(offsetOfE, 4);
+    EXPECT_EQ(reader.readField(), "e");
+    EXPECT_EQ(reader.readField(), "f");
+    EXPECT_EQ(reader.fieldLine(), 5);
 }
 
-TEST(FieldReader, ReadsNumberFields)
+TEST(FieldReader, ReadsNumberAndBooleanFields)
 {
     struct Case
     {
@@ -116,17 +124,11 @@ TEST(FieldReader, ReadsNumberFields)
             EXPECT_EQ(error.line(), 2);
         }
     }
-}
 
-TEST(FieldReader, ReadsBooleanFields)
-{
-    FieldReader reader("#TRUE#\r\n#false#\r\n#FALSE# \r\n-1,0\r\nyes\r\n");
-    EXPECT_TRUE(reader.readBool());
-    EXPECT_FALSE(reader.readBool());
-    EXPECT_FALSE(reader.readBool());
-    EXPECT_TRUE(reader.readBool());
-    EXPECT_FALSE(reader.readBool());
-    EXPECT_THROW(reader.readBool(), ReadError);
+    FieldReader booleans("#TRUE#\r\n#false#\r\n#FALSE# \r\n-1,0\r\nyes\r\n");
+    for (bool value : { true, false, false, true, false })
+        EXPECT_EQ(booleans.readBool(), value);
+    EXPECT_THROW(booleans.readBool(), ReadError);
 }
 
 TEST(FieldReader, SkippingReadPassesCommentsAndBlankLines)
@@ -152,18 +154,6 @@ TEST(FieldReader, SkippingReadPassesCommentsAndBlankLines)
         EXPECT_EQ(readSkipping(reader), row.value);
         EXPECT_EQ(reader.atEnd(), row.atEndAfter);
     }
-}
-
-TEST(FieldReader, SeekReturnsToAnEarlierField)
-{
-    FieldReader reader("$info=a\r\nbody\r\n$end\r\n");
-    reader.readField();
-    size_t offset = reader.offset();
-    int line = reader.line();
-    allFields(reader);
-    reader.seek(offset, line);
-    EXPECT_EQ(reader.readField(), "body");
-    EXPECT_EQ(reader.fieldLine(), 2);
 }
 
 } // namespace
