@@ -6,6 +6,7 @@
 #include "runtime/FormStack.h"
 
 #include <exception>
+#include <iostream>
 #include <utility>
 
 namespace ombrel::catalogue {
@@ -186,6 +187,8 @@ void RomScan::writeListFile()
     const std::string error = m_ctx.files.write(path, listFileText(m_ctx.catalogue.scanList));
     runtime::FormStack& forms = m_ui.Main.stack();
     forms.trace("file write " + forms.relative(path) + (error.empty() ? "" : " failed"));
+    if (!error.empty())
+        std::cerr << "ombrel: " << error << "\n";
 }
 
 RomScan::ScanScope::ScanScope(RomScan& scan)

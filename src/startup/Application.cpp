@@ -1,6 +1,10 @@
 // Application: makes the forms, wires the loop to them, and starts the program with the start-up form.
 #include "startup/Application.h"
 
+#include "catalogue/ListFiles.h"
+#include "config/SavedState.h"
+#include "core/LeftoverTemps.h"
+#include "input/KeyMap.h"
 #include "runtime/controls/Label.h"
 #include "runtime/controls/ListBox.h"
 #include "startup/BlankerForm.h"
@@ -9,6 +13,7 @@
 #include "startup/MainForm.h"
 #include "startup/StandInForms.h"
 
+#include <iostream>
 #include <sstream>
 
 namespace ombrel::startup {
@@ -46,7 +51,32 @@ Application::~Application()
 
 Cabinet& Application::cabinet() { return *m_cabinet; }
 
-void Application::start() { m_forms.form("blanker").show(); }
+void Application::start()
+{
+    // First of all: nothing of this run has written yet, so a temporary file that carries this process's
+    // id (a restart may get the same one) is a left-over too.
+    removeLeftoverTemps();
+    m_forms.form("blanker").show();
+}
+
+void Application::removeLeftoverTemps()
+{
+    std::vector<std::string> files { m_cabinet->homeFile(config::kSavedStateFileName),
+        m_cabinet->homeFile(input::kKeyMapFileName) };
+    for (int path = 1; path <= config::kDaphnePath; ++path) {
+        // The list file as the scan writes it: under the case of letters it has on disk.
+        const std::string named = m_cabinet->homeFile(catalogue::listFileName(path));
+        files.push_back(m_platform.files.resolve(named).value_or(named));
+    }
+    const core::LeftoverSweep sweep = core::removeLeftoverTemps(files);
+    for (const std::string& path : sweep.removed)
+        m_forms.trace("file remove " + m_forms.relative(path));
+    for (const std::string& path : sweep.notRemoved)
+        m_forms.trace("file remove " + m_forms.relative(path) + " failed");
+    // Nothing here stops the start: a folder the program may not write to only keeps its left-overs.
+    for (const std::string& problem : sweep.problems)
+        std::cerr << "ombrel: " << problem << "\n";
+}
 
 std::string Application::dump() const
 {

@@ -28,6 +28,9 @@ public:
     std::string dump() const;
 
 private:
+    // Takes away what a kill in the middle of a write left beside the program's files.
+    void removeLeftoverTemps();
+
     platform::Platform& m_platform;
     runtime::FormStack m_forms;
     std::unique_ptr<Cabinet> m_cabinet;

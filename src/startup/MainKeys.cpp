@@ -260,6 +260,8 @@ void MainForm::SaveCfg()
     const std::string path = m_cabinet.homeFile(config::kSavedStateFileName);
     const std::string error = config::saveCfg(m_cabinet.platform.files, path, saved);
     stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
+    if (!error.empty())
+        std::cerr << "ombrel: " << error << "\n";
 }
 
 void MainForm::exitCommand()
@@ -270,6 +272,8 @@ void MainForm::exitCommand()
         const std::string path = cabinet.homeFile(input::kKeyMapFileName);
         const std::string error = input::saveKeys(cabinet.platform.files, path, cabinet.keys);
         stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
+        if (!error.empty())
+            std::cerr << "ombrel: " << error << "\n";
     });
     core::passOver([&] { SaveCfg(); });
     core::passOver([&] {

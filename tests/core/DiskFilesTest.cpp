@@ -11,68 +11,43 @@
 namespace ombrel::platform {
 namespace {
 
-class DiskFilesTest : public ::testing::Test
+TEST(DiskFiles, FindsNamesInAnyCaseAndListsFolders)
 {
-protected:
-    void SetUp() override
-    {
-        m_home.write("Mame/Snap/PacMan.PNG", "p");
-        m_home.write("Mame/Snap/galaga.png", "g");
-        m_home.write("Art/one.png", "1");
-        m_home.write("art/two.png", "2");
-        m_home.write("roms/x.zip", "x");
-    }
-    std::string home() const { return m_home.path(); }
-
-    test::TempHome m_home;
-    DiskFiles m_files;
-};
-
-TEST_F(DiskFilesTest, FindsNamesInAnyCase)
-{
+    test::TempHome home;
+    for (const char* file : { "Mame/Snap/PacMan.PNG", "Mame/Snap/galaga.png", "Art/one.png", "art/two.png",
+             "roms/x.zip", "Roms/y.zip" })
+        home.write(file, "x");
     struct Case
     {
         const char* asked;
         std::optional<std::string> found; // below the home folder
     };
     const Case cases[] = {
-        { "Mame/Snap/PacMan.PNG", "Mame/Snap/PacMan.PNG" },
         { "mame/snap/pacman.png", "Mame/Snap/PacMan.PNG" },
         { "MAME\\SNAP\\GALAGA.PNG", "Mame/Snap/galaga.png" },
         { "mame\\snap\\", "Mame/Snap/" },
         { "Mame/./snap/../Snap/galaga.png", "Mame/./Snap/../Snap/galaga.png" },
         { "ART/two.png", "art/two.png" }, // the first folder of that name has no such file
-        { "art/two.png", "art/two.png" },
         { "ART/one.png", "Art/one.png" },
+        { "roms/x.zip", "roms/x.zip" }, // the name as written comes first
+        { "Roms/y.zip", "Roms/y.zip" },
+        { "ROMS\\X.ZIP", "roms/x.zip" },
         { "mame/snap/digdug.png", std::nullopt },
         { "nope/x.zip", std::nullopt },
         { "roms/x.zip/more", std::nullopt },
     };
+    DiskFiles files;
     for (const auto& row : cases) {
         SCOPED_TRACE(row.asked);
-        auto found = m_files.resolve(home() + row.asked);
-        if (row.found)
-            EXPECT_EQ(found, home() + *row.found);
-        else
-            EXPECT_EQ(found, std::nullopt);
+        const auto found = files.resolve(home.path() + row.asked);
+        EXPECT_EQ(found, row.found ? std::optional(home.path() + *row.found) : std::nullopt);
     }
-    EXPECT_EQ(m_files.resolve(""), std::nullopt);
-    EXPECT_TRUE(m_files.exists(home() + "ROMS\\X.ZIP"));
-}
+    EXPECT_EQ(files.resolve(""), std::nullopt);
 
-TEST_F(DiskFilesTest, PrefersTheNameAsWritten)
-{
-    m_home.write("Roms/y.zip", "y");
-    EXPECT_EQ(m_files.resolve(home() + "roms/x.zip"), home() + "roms/x.zip");
-    EXPECT_EQ(m_files.resolve(home() + "Roms/y.zip"), home() + "Roms/y.zip");
-}
-
-TEST_F(DiskFilesTest, ListsAFolderInNameOrder)
-{
-    const std::vector<std::string> names { "PacMan.PNG", "galaga.png" };
-    EXPECT_EQ(m_files.list(home() + "MAME\\snap\\"), names);
-    EXPECT_TRUE(m_files.list(home() + "missing").empty());
-    EXPECT_TRUE(m_files.list(home() + "roms/x.zip").empty());
+    EXPECT_EQ(
+        files.list(home.path() + "MAME\\snap\\"), (std::vector<std::string> { "PacMan.PNG", "galaga.png" }));
+    EXPECT_TRUE(files.list(home.path() + "missing").empty());
+    EXPECT_TRUE(files.list(home.path() + "roms/x.zip").empty());
 }
 
 } // namespace

@@ -18,21 +18,17 @@ TEST(TextCodec, AcceptsOnlyWellFormedUtf8)
     };
     const Case cases[] = {
         { "empty", "", true },
-        { "ascii", "Pac-Man", true },
         { "two bytes", "\xC3\xA9", true },
-        { "three bytes", "\xE2\x82\xAC", true },
         { "four bytes", "\xF0\x9F\x98\x80", true },
         { "highest code point", "\xF4\x8F\xBF\xBF", true },
         { "below surrogates", "\xED\x9F\xBF", true },
         { "overlong two bytes", "\xC0\x80", false },
-        { "overlong C1", "\xC1\xBF", false },
         { "overlong three bytes", "\xE0\x80\x80", false },
         { "overlong four bytes", "\xF0\x8F\xBF\xBF", false },
         { "surrogate", "\xED\xA0\x80", false },
         { "above U+10FFFF", "\xF4\x90\x80\x80", false },
         { "lead F5", "\xF5\x80\x80\x80", false },
         { "cut short", "ab\xC3", false },
-        { "cut short in four", "\xF0\x9F\x98", false },
         { "lone continuation", "a\x80", false },
         { "bad continuation", "\xE2\x28\xA1", false },
         { "latin-1 e acute", "caf\xE9", false },
@@ -52,7 +48,6 @@ TEST(TextCodec, ShowsUtf8AsItIsAndOtherTextAsWindows1252)
         std::string shown;
     };
     const Case cases[] = {
-        { "ascii", "Galaga '88", "Galaga '88" },
         { "utf-8 kept", "Caf\xC3\xA9", "Caf\xC3\xA9" },
         { "latin-1 range", "Caf\xE9", "Caf\xC3\xA9" },
         { "euro", "\x80", "\xE2\x82\xAC" },
