@@ -1,12 +1,14 @@
 // Tests of painting a DrawList offscreen and in a window, and of screenshots.
 #include "platform/sdl/SdlRenderer.h"
 
-#include "SdlTestFiles.h"
+#include "SdlTestKit.h"
 #include "TempHome.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <tuple>
+#include <vector>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -122,28 +124,28 @@ TEST_F(SdlRendererTest, PicturesFitTheirBox)
     const std::string path = home.path() + "pic.png";
     ASSERT_TRUE(test::writeTwoColourPng(path, 8, 4, 0xFF0000, 0x0000FF));
 
-    renderer->present({ image(path, { 0, 0, 32, 32 }, ImageFit::Contain) });
-    // Contain: 32 x 16 centred vertically at y 8..23.
-    EXPECT_EQ(at(0, 7), 0u);
-    EXPECT_EQ(at(0, 8), 0xFF0000u);
-    // Away from the seam between the halves, where scaling blends the two colours.
-    EXPECT_EQ(at(12, 23), 0xFF0000u);
-    EXPECT_EQ(at(19, 12), 0x0000FFu);
-    EXPECT_EQ(at(31, 23), 0x0000FFu);
-    EXPECT_EQ(at(31, 24), 0u);
-
-    renderer->present({ image(path, { 0, 0, 32, 32 }, ImageFit::Stretch) });
-    EXPECT_EQ(at(0, 0), 0xFF0000u);
-    EXPECT_EQ(at(12, 31), 0xFF0000u);
-    EXPECT_EQ(at(19, 0), 0x0000FFu);
-    EXPECT_EQ(at(31, 31), 0x0000FFu);
-    EXPECT_EQ(at(32, 31), 0u);
-
-    renderer->present({ image(path, { 40, 40, 20, 20 }, ImageFit::Natural) });
-    EXPECT_EQ(at(40, 40), 0xFF0000u);
-    EXPECT_EQ(at(47, 43), 0x0000FFu);
-    EXPECT_EQ(at(48, 43), 0u);
-    EXPECT_EQ(at(40, 44), 0u);
+    constexpr uint32_t R = 0xFF0000, B = 0x0000FF;
+    // Points away from the seam between the halves, where scaling blends the two colours.
+    const struct
+    {
+        ImageFit fit;
+        PixelRect box;
+        std::vector<std::tuple<int, int, uint32_t>> pixels;
+    } rows[] = {
+        // Contain: 32 x 16 centred vertically at y 8..23.
+        { ImageFit::Contain, { 0, 0, 32, 32 },
+            { { 0, 7, 0 }, { 0, 8, R }, { 12, 23, R }, { 19, 12, B }, { 31, 23, B }, { 31, 24, 0 } } },
+        { ImageFit::Stretch, { 0, 0, 32, 32 },
+            { { 0, 0, R }, { 12, 31, R }, { 19, 0, B }, { 31, 31, B }, { 32, 31, 0 } } },
+        { ImageFit::Natural, { 40, 40, 20, 20 },
+            { { 40, 40, R }, { 47, 43, B }, { 48, 43, 0 }, { 40, 44, 0 } } },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(static_cast<int>(row.fit));
+        renderer->present({ image(path, row.box, row.fit) });
+        for (const auto& [x, y, colour] : row.pixels)
+            EXPECT_EQ(at(x, y), colour) << x << "," << y;
+    }
 
     // A picture that cannot be shown leaves what is below it.
     renderer->present(
