@@ -50,6 +50,14 @@ std::vector<std::string> environment(const std::vector<std::string>& over)
     return out;
 }
 
+std::string fileText(const std::string& path)
+{
+    std::ifstream in(path);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
 } // namespace
 
 bool eventually(const std::function<bool()>& ready, int timeoutMs)
@@ -172,18 +180,12 @@ std::optional<int> CabinetProcess::waitForExit(int timeoutMs)
 
 std::string CabinetProcess::errors() const
 {
-    std::ifstream in(m_home + "/run.stderr");
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+    return fileText(m_home + "/run.stderr");
 }
 
 std::string CabinetProcess::traceText() const
 {
-    std::ifstream in(m_home + "/run.trace");
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+    return fileText(m_home + "/run.trace");
 }
 
 std::optional<std::string> CabinetProcess::xdotool(const std::vector<std::string>& args) const
