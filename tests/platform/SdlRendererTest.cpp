@@ -23,6 +23,7 @@ constexpr uint32_t kRed = 0x0000FF; // the system's numbers: blue*65536 + green*
 constexpr uint32_t kGreen = 0x00FF00;
 constexpr uint32_t kBlue = 0xFF0000;
 constexpr PixelRect kScreen { 0, 0, 64, 48 };
+using Pixel = std::tuple<int, int, uint32_t>; // x, y, 0xRRGGBB
 
 DrawCommand fill(PixelRect rect, uint32_t colour, PixelRect clip = kScreen)
 {
@@ -77,6 +78,11 @@ protected:
     ombrel::test::TempHome home;
 
     uint32_t at(int x, int y) { return pixelAt(renderer->surface(), x, y); }
+    void expectPixels(const std::vector<Pixel>& pixels)
+    {
+        for (const auto& [x, y, colour] : pixels)
+            EXPECT_EQ(at(x, y), colour) << "at " << x << "," << y;
+    }
 };
 
 TEST_F(SdlRendererTest, FillsInOrderWithinTheirClip)
@@ -88,12 +94,10 @@ TEST_F(SdlRendererTest, FillsInOrderWithinTheirClip)
         fill({ 10, 10, 20, 10 }, kRed),
         fill({ 20, 0, 40, 48 }, kGreen, { 25, 0, 5, 48 }),
     });
-    EXPECT_EQ(at(0, 0), 0x0000FFu) << "the system's colour numbers keep red in the low byte";
-    EXPECT_EQ(at(10, 10), 0xFF0000u);
-    EXPECT_EQ(at(29, 19), 0x00FF00u) << "a later command paints over an earlier one";
-    EXPECT_EQ(at(24, 19), 0xFF0000u) << "left of the clip";
-    EXPECT_EQ(at(30, 19), 0x0000FFu) << "right of the clip";
-    EXPECT_EQ(at(10, 20), 0x0000FFu) << "below the fill";
+    // The system's colour numbers keep red in the low byte; a later command paints over an earlier one,
+    // but not left or right of its clip.
+    expectPixels({ { 0, 0, 0x0000FF }, { 10, 10, 0xFF0000 }, { 29, 19, 0x00FF00 }, { 24, 19, 0xFF0000 },
+        { 30, 19, 0x0000FF }, { 10, 20, 0x0000FF } });
 
     renderer->present({ fill({ 0, 0, 10, 10 }, kRed) });
     EXPECT_EQ(at(30, 30), 0u) << "each frame starts black";
@@ -106,16 +110,12 @@ TEST_F(SdlRendererTest, FramesDrawInsideTheirRectangle)
     frame.lineWidth = 2;
     DrawCommand thick = frame;
     thick.rect = { 40, 10, 6, 6 };
-    thick.lineWidth = 5;
+    thick.lineWidth = 9;
     renderer->present({ frame, thick });
-    EXPECT_EQ(at(10, 10), 0x00FF00u);
-    EXPECT_EQ(at(11, 11), 0x00FF00u);
-    EXPECT_EQ(at(12, 12), 0u) << "inside the border";
-    EXPECT_EQ(at(29, 25), 0x00FF00u) << "bottom right corner";
-    EXPECT_EQ(at(30, 25), 0u) << "outside the rectangle";
-    EXPECT_EQ(at(20, 24), 0x00FF00u);
-    EXPECT_EQ(at(20, 23), 0u);
-    EXPECT_EQ(at(43, 13), 0x00FF00u) << "a border wider than half the box fills it";
+    // Border, inside it, the bottom right corner and outside; a border wider than half the box fills it,
+    // and even one wider than the whole box stays in it.
+    expectPixels({ { 10, 10, 0x00FF00 }, { 11, 11, 0x00FF00 }, { 12, 12, 0 }, { 29, 25, 0x00FF00 },
+        { 30, 25, 0 }, { 20, 24, 0x00FF00 }, { 20, 23, 0 }, { 43, 13, 0x00FF00 }, { 43, 16, 0 } });
 }
 
 TEST_F(SdlRendererTest, PicturesFitTheirBox)
@@ -130,7 +130,7 @@ TEST_F(SdlRendererTest, PicturesFitTheirBox)
     {
         ImageFit fit;
         PixelRect box;
-        std::vector<std::tuple<int, int, uint32_t>> pixels;
+        std::vector<Pixel> pixels;
     } rows[] = {
         // Contain: 32 x 16 centred vertically at y 8..23.
         { ImageFit::Contain, { 0, 0, 32, 32 },
@@ -143,8 +143,7 @@ TEST_F(SdlRendererTest, PicturesFitTheirBox)
     for (const auto& row : rows) {
         SCOPED_TRACE(static_cast<int>(row.fit));
         renderer->present({ image(path, row.box, row.fit) });
-        for (const auto& [x, y, colour] : row.pixels)
-            EXPECT_EQ(at(x, y), colour) << x << "," << y;
+        expectPixels(row.pixels);
     }
 
     // A picture that cannot be shown leaves what is below it.

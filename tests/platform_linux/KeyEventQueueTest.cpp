@@ -30,17 +30,10 @@ public:
         m_waiting = false;
         m_events.push_back((up ? "up " : "down ") + std::to_string(vk));
     }
-    void shut()
+    void setOpen(bool open)
     {
         std::lock_guard lock(m_mutex);
-        m_open = false;
-    }
-    void open()
-    {
-        {
-            std::lock_guard lock(m_mutex);
-            m_open = true;
-        }
+        m_open = open;
         m_changed.notify_all();
     }
     // Returns once an event is being held at the shut backend.
@@ -92,7 +85,7 @@ private:
 
 TEST_F(KeyEventQueueTest, SequenceIssuedAtOnceArrivesWholeAndInOrder)
 {
-    backend.shut();
+    backend.setOpen(false);
     press(9);
     backend.waitUntilHolding();
     press(9);
@@ -101,7 +94,7 @@ TEST_F(KeyEventQueueTest, SequenceIssuedAtOnceArrivesWholeAndInOrder)
     // Alt goes up before F, as the closing of a player's menu has it.
     for (auto [vk, up] : { std::pair { 18, false }, { 70, false }, { 18, true }, { 70, true } })
         queue().push(vk, up);
-    backend.open();
+    backend.setOpen(true);
     queue().waitIdle();
     EXPECT_EQ(backend.events(),
         (Events { "down 9", "up 9", "down 9", "up 9", "down 40", "up 40", "down 40", "up 40", "down 40",
@@ -110,7 +103,7 @@ TEST_F(KeyEventQueueTest, SequenceIssuedAtOnceArrivesWholeAndInOrder)
 
 TEST_F(KeyEventQueueTest, PressRepeatedByLaterTicksWaitsOnlyOnce)
 {
-    backend.shut();
+    backend.setOpen(false);
     press(27);
     backend.waitUntilHolding();
     // The exit control held: one Esc per 5 ms tick while the first is still going out.
@@ -118,7 +111,7 @@ TEST_F(KeyEventQueueTest, PressRepeatedByLaterTicksWaitsOnlyOnce)
         advance(5ms);
         press(27);
     }
-    backend.open();
+    backend.setOpen(true);
     queue().waitIdle();
     EXPECT_EQ(backend.events(), (Events { "down 27", "up 27", "down 27", "up 27" }));
 
