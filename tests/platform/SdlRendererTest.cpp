@@ -258,7 +258,7 @@ TEST(SdlRendererWindow, PaintsLikeOffscreen)
     EXPECT_EQ(window->screenSize(), (runtime::PixelSize { 64, 48 }));
     EXPECT_EQ(window->surface(), nullptr);
     window->setPointerVisible(false);
-    EXPECT_FALSE(window->pointerVisible());
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE) << "the pointer is hidden in the window itself";
 
     const DrawList frame { fill({ 0, 0, 64, 48 }, kBlue), fill({ 8, 8, 16, 16 }, kGreen),
         text("Hi", { 0, 20, 64, 20 }, runtime::TextAlign::Center) };
