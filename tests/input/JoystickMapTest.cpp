@@ -34,6 +34,7 @@ struct ReadCase
     Words expected;
     bool complete; // all sixteen controls were read
     const char* fileName = "joystick.ini"; // as written; it is always looked up as joystick.ini
+    const char* held = ""; // what every binding held before the reading
 };
 
 // Every label is seven characters, "Btn  1:" or "Up    :", as a cabinet owner lines them up.
@@ -53,9 +54,9 @@ std::string repeated(const std::string& text, int times)
     return out;
 }
 
-Words withFifteenX(Words words)
+Words followedBy(Words words, size_t count, const std::string& word)
 {
-    words.insert(words.end(), 15, "X");
+    words.insert(words.end(), count, word);
     return words;
 }
 
@@ -68,8 +69,8 @@ TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
             "' Ombrel joystick\r\n\r\n'Btn  1: MUTE\r\nBtn  1: SELECT\r\n   \r\n" + kSixteen.substr(16),
             kSixteenWords, true },
         { "LF line ends, and rows past the sixteenth are not read",
-            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n", withFifteenX({ "UP" }),
-            true },
+            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n",
+            followedBy({ "UP" }, 15, "X"), true },
         { "a missing row ends the reading; the rows before it stand", "Btn  1: UP\r\nBtn  2: DOWN\r\n",
             Words { "UP", "DOWN" }, false },
         { "an empty file", "", Words {}, false },
@@ -85,32 +86,21 @@ TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
         { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", Words { "SELECT" },
             false },
         { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", Words { "SELECT" }, false },
+        { "bindings not reached keep what they held", "Btn  1: SELECT\r\nBtn  2:\r\n",
+            followedBy({ "SELECT", "" }, 14, "MUTE"), false, "joystick.ini", "MUTE" },
+        { "without the file every binding keeps what it held", kSixteen, followedBy({}, 16, "MUTE"), false,
+            "other.ini", "MUTE" },
     };
     for (const ReadCase& row : cases) {
         SCOPED_TRACE(row.name);
         test::TempHome home;
         home.write(row.fileName, row.file);
         JoystickMap map;
+        map.joyKeys.fill(row.held);
         const std::string message = input::GetJoyKeys(home.path() + "joystick.ini", map);
         EXPECT_EQ(message.empty(), row.complete) << message;
         EXPECT_EQ(bound(map), row.expected);
     }
-}
-
-TEST(JoystickMapTest, BindingsNotReachedKeepWhatTheyHeld)
-{
-    test::TempHome home;
-    JoystickMap map;
-    map.joyKeys.fill("MUTE");
-    EXPECT_FALSE(input::GetJoyKeys(home.path() + "joystick.ini", map).empty()); // no file
-    EXPECT_EQ(bound(map), Words(16, "MUTE"));
-
-    const std::string path = home.write("joystick.ini", "Btn  1: SELECT\r\nBtn  2:\r\n");
-    EXPECT_FALSE(input::GetJoyKeys(path, map).empty());
-    Words expected(16, "MUTE");
-    expected[0] = "SELECT";
-    expected[1] = "";
-    EXPECT_EQ(bound(map), expected);
 }
 
 TEST(JoystickMapTest, WordsGiveTheirCommandsInAnyCaseButInfoIsOutOfReach)
