@@ -3,6 +3,7 @@
 // charge when they end.
 #include "CabinetProcess.h"
 #include "TempHome.h"
+#include "TraceDiff.h"
 #include "XvfbServer.h"
 
 #include <gtest/gtest.h>
@@ -46,7 +47,7 @@ std::string savedState(int path, int index)
 Lines keyLines(const std::string& log)
 {
     Lines keys;
-    for (const std::string& line : fileLines(log))
+    for (const std::string& line : TraceDiff::readLines(log))
         if (line.starts_with("key "))
             keys.push_back(line);
     return keys;
@@ -186,7 +187,7 @@ TEST_F(EndToEndTest, TimedLaunchPressesTheGamesKeysIntoTheEmulator)
     // The player leaves the game; nothing in the program is told.
     ASSERT_TRUE(cabinet->xdotool({ "key", "Escape" }));
     EXPECT_TRUE(eventually([&] {
-        const Lines lines = fileLines(log());
+        const Lines lines = TraceDiff::readLines(log());
         return !lines.empty() && lines.back() == "exit";
     }));
     // NOTE: a window manager gives the keyboard to the front end when the game's window goes; this X

@@ -1,12 +1,12 @@
 // Tests of the demo emulator: its command line, key codes and game list, and its log from real runs.
 #include "DemoEmulator.h"
 #include "TempHome.h"
+#include "TraceDiff.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
 #include <utility>
 #include <string>
 #include <sys/wait.h>
@@ -96,15 +96,6 @@ int runDemoemu(const std::vector<std::string>& args, const std::string& folder, 
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-std::vector<std::string> lines(const std::string& text)
-{
-    std::vector<std::string> result;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);)
-        result.push_back(line);
-    return result;
-}
-
 TEST(DemoEmulatorRun, LogsItsStartArgumentsAndEnd)
 {
     test::TempHome home;
@@ -119,12 +110,12 @@ TEST(DemoEmulatorRun, LogsItsStartArgumentsAndEnd)
         "game pacman",
         "exit",
     };
-    EXPECT_EQ(lines(home.read("emu.log")), expected);
+    EXPECT_EQ(test::TraceDiff::readLines(home.path() + "emu.log"), expected);
 
     // Without DEMOEMU_LOG each run adds to demoemu.log in its working folder.
     ASSERT_EQ(runDemoemu({ "-headless", "-seconds", "0", "-test" }, folder, ""), 0);
     ASSERT_EQ(runDemoemu({ "-headless", "-seconds", "0", "galaga" }, folder, ""), 0);
-    const std::vector<std::string> log = lines(home.read("emu/demoemu.log"));
+    const std::vector<std::string> log = test::TraceDiff::readLines(home.path() + "emu/demoemu.log");
     ASSERT_EQ(log.size(), 10u);
     EXPECT_EQ(log[3], "no game");
     EXPECT_EQ(log[5], "start");
