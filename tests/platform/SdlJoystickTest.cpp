@@ -108,12 +108,8 @@ TEST_F(SdlJoystickTest, MissingAxesStayCentredAndAHatStandsInForNone)
         Uint8 hat;
         uint32_t x, y;
     };
-    const Row rows[] = {
-        { SDL_HAT_CENTERED, 32767, 32767 },
-        { SDL_HAT_LEFTUP, 0, 0 },
-        { SDL_HAT_RIGHTDOWN, 65535, 65535 },
-        { SDL_HAT_DOWN, 32767, 65535 },
-    };
+    const Row rows[] = { { SDL_HAT_CENTERED, 32767, 32767 }, { SDL_HAT_LEFTUP, 0, 0 },
+        { SDL_HAT_RIGHTDOWN, 65535, 65535 }, { SDL_HAT_DOWN, 32767, 65535 } };
     for (const auto& row : rows) {
         SCOPED_TRACE(static_cast<int>(row.hat));
         pad.hat(row.hat);

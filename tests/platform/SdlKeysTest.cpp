@@ -43,14 +43,6 @@ const KeyRow kUsKeys[] = {
 };
 #undef US
 
-TEST(SdlKeys, UsKeyboardGivesWindowsCodes)
-{
-    for (const auto& row : kUsKeys) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(vkFromSdl(row.key, row.scancode), row.vk);
-    }
-}
-
 // Keys whose codes are the same on every layout come from the position, letters and punctuation from
 // the layout; a character without a virtual key falls back to the US position.
 TEST(SdlKeys, OtherLayouts)
@@ -75,21 +67,20 @@ TEST(SdlKeys, OtherLayouts)
 
 // Injection presses the key at the position that gives back the same code on a US layout: the reverse
 // must agree with the forward table for every code (for keys with two places, the main one).
-TEST(SdlKeys, ReverseAgreesWithForward)
+TEST(SdlKeys, UsKeyboardGivesWindowsCodesAndTheReverseAgrees)
 {
     for (const auto& row : kUsKeys) {
         SCOPED_TRACE(row.name);
+        EXPECT_EQ(vkFromSdl(row.key, row.scancode), row.vk);
         SDL_Scancode scancode = scancodeFromVk(row.vk);
         ASSERT_NE(scancode, SDL_SCANCODE_UNKNOWN);
         EXPECT_EQ(vkFromSdl(SDLK_UNKNOWN, scancode), row.vk);
     }
-    EXPECT_EQ(scancodeFromVk(13), SDL_SCANCODE_RETURN);
-    EXPECT_EQ(scancodeFromVk(16), SDL_SCANCODE_LSHIFT);
-    EXPECT_EQ(scancodeFromVk(161), SDL_SCANCODE_RSHIFT);
-    EXPECT_EQ(scancodeFromVk(165), SDL_SCANCODE_RALT);
-    EXPECT_EQ(scancodeFromVk(0), SDL_SCANCODE_UNKNOWN);
-    EXPECT_EQ(scancodeFromVk(-5), SDL_SCANCODE_UNKNOWN);
-    EXPECT_EQ(scancodeFromVk(100000), SDL_SCANCODE_UNKNOWN);
+    const std::pair<int, SDL_Scancode> reverse[] = { { 13, SDL_SCANCODE_RETURN }, { 16, SDL_SCANCODE_LSHIFT },
+        { 161, SDL_SCANCODE_RSHIFT }, { 165, SDL_SCANCODE_RALT }, { 0, SDL_SCANCODE_UNKNOWN },
+        { -5, SDL_SCANCODE_UNKNOWN }, { 100000, SDL_SCANCODE_UNKNOWN } };
+    for (const auto& [vk, scancode] : reverse)
+        EXPECT_EQ(scancodeFromVk(vk), scancode) << vk;
 }
 
 TEST(SdlKeys, ShiftMaskKeepsShiftCtrlAltAndIgnoresLocks)
