@@ -1,6 +1,8 @@
 // CabinetProcess: starting, watching and ending the real program for end-to-end tests.
 #include "CabinetProcess.h"
 
+#include "TraceDiff.h"
+
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
@@ -50,6 +52,14 @@ std::vector<std::string> environment(const std::vector<std::string>& over)
     return out;
 }
 
+std::string fileText(const std::string& path)
+{
+    std::ifstream in(path);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
 } // namespace
 
 bool eventually(const std::function<bool()>& ready, int timeoutMs)
@@ -61,15 +71,6 @@ bool eventually(const std::function<bool()>& ready, int timeoutMs)
         std::this_thread::sleep_for(kPoll);
     }
     return true;
-}
-
-std::vector<std::string> fileLines(const std::string& path)
-{
-    std::vector<std::string> lines;
-    std::ifstream in(path);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
 }
 
 bool onPath(const std::string& program)
@@ -141,7 +142,7 @@ bool CabinetProcess::ended()
 std::vector<std::string> CabinetProcess::effects() const
 {
     std::vector<std::string> out;
-    for (const std::string& line : fileLines(m_home + "/run.trace")) {
+    for (const std::string& line : TraceDiff::readLines(m_home + "/run.trace")) {
         const size_t blank = line.find(' ');
         out.push_back(blank == std::string::npos ? line : line.substr(blank + 1));
     }
@@ -172,18 +173,12 @@ std::optional<int> CabinetProcess::waitForExit(int timeoutMs)
 
 std::string CabinetProcess::errors() const
 {
-    std::ifstream in(m_home + "/run.stderr");
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+    return fileText(m_home + "/run.stderr");
 }
 
 std::string CabinetProcess::traceText() const
 {
-    std::ifstream in(m_home + "/run.trace");
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+    return fileText(m_home + "/run.trace");
 }
 
 std::optional<std::string> CabinetProcess::xdotool(const std::vector<std::string>& args) const

@@ -63,7 +63,4 @@ bool eventually(const std::function<bool()>& ready, int timeoutMs = kWaitMs);
 // Whether a program of that name can be run from PATH.
 bool onPath(const std::string& program);
 
-// Lines of a text file; empty when it is missing.
-std::vector<std::string> fileLines(const std::string& path);
-
 } // namespace ombrel::test

@@ -3,6 +3,7 @@
 // charge when they end.
 #include "CabinetProcess.h"
 #include "TempHome.h"
+#include "TraceDiff.h"
 #include "XvfbServer.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +14,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,7 +47,7 @@ std::string savedState(int path, int index)
 Lines keyLines(const std::string& log)
 {
     Lines keys;
-    for (const std::string& line : fileLines(log))
+    for (const std::string& line : TraceDiff::readLines(log))
         if (line.starts_with("key "))
             keys.push_back(line);
     return keys;
@@ -74,8 +76,8 @@ protected:
         // once, headless, so each test starts from a cabinet as a returning player finds it.
         const std::string saved = home.read("ombrel.cfg");
         const std::string script = home.write("first-start.replay", "at 2000 end\n");
-        const std::string command = std::string("'") + OMBREL_BINARY + "' --home '" + home.path() + "' --replay '"
-            + script + "' > /dev/null 2>&1";
+        const std::string command = std::string("'") + OMBREL_BINARY + "' --home '" + home.path()
+            + "' --replay '" + script + "' > /dev/null 2>&1";
         ASSERT_EQ(std::system(command.c_str()), 0) << command;
         ASSERT_TRUE(home.exists("l 1.lst"));
         home.write("ombrel.cfg", saved);
@@ -110,6 +112,16 @@ protected:
         EXPECT_EQ(cabinet->effects().back(), "program end");
     }
 
+    // Enter on the selected game: the index of the launch line that follows, checked against line.
+    std::optional<size_t> launchSelected(const std::string& line)
+    {
+        const size_t before = cabinet->effects().size();
+        EXPECT_TRUE(cabinet->xdotool({ "key", "Return" }));
+        const auto launched = cabinet->waitForEffect("launch ", before);
+        EXPECT_EQ(launched ? cabinet->effects()[*launched] : cabinet->traceText(), line);
+        return launched;
+    }
+
     std::string log() const { return home.path() + "demoemu.log"; }
 
     TempHome home;
@@ -127,11 +139,8 @@ TEST_F(EndToEndTest, BlockingLaunchGivesTheKeyboardBackWithoutWhatWasTypedMeanwh
     home.write("ombrel.cfg", savedState(1, 3));
     start();
 
-    const size_t before = cabinet->effects().size();
-    ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
-    const auto launched = cabinet->waitForEffect("launch ", before);
-    ASSERT_TRUE(launched) << cabinet->traceText();
-    EXPECT_EQ(cabinet->effects()[*launched], "launch emu\\demoemu alexkidd -window | in emu\\");
+    const auto launched = launchSelected("launch emu\\demoemu alexkidd -window | in emu\\");
+    ASSERT_TRUE(launched);
     ASSERT_TRUE(cabinet->xdotool({ "search", "--sync", "--name", "^demoemu$" }));
 
     // The game has the keyboard. An Enter sent to the browser's own window all the same must not
@@ -165,27 +174,20 @@ TEST_F(EndToEndTest, TimedLaunchPressesTheGamesKeysIntoTheEmulator)
     home.write("ombrel.cfg", savedState(21, 1));
     start();
 
-    const size_t before = cabinet->effects().size();
-    ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
-    const auto launched = cabinet->waitForEffect("launch ", before);
-    ASSERT_TRUE(launched) << cabinet->traceText();
-    EXPECT_EQ(cabinet->effects()[*launched], "launch emu\\impactemu.exe | in emu\\");
+    const auto launched = launchSelected("launch emu\\impactemu.exe | in emu\\");
+    ASSERT_TRUE(launched);
     // "sfex" stands fifth in the emulator's list: four times Down, then Enter.
     ASSERT_TRUE(cabinet->waitForEffect("inject up 13", *launched)) << cabinet->traceText();
-    Lines expected;
-    for (int i = 0; i < 4; ++i) {
-        expected.push_back("key down 40 Down");
-        expected.push_back("key up 40 Down");
-    }
-    expected.push_back("key down 13 Return");
-    expected.push_back("key up 13 Return");
+    const Lines expected { "key down 40 Down", "key up 40 Down", "key down 40 Down", "key up 40 Down",
+        "key down 40 Down", "key up 40 Down", "key down 40 Down", "key up 40 Down", "key down 13 Return",
+        "key up 13 Return" };
     eventually([&] { return keyLines(log()).size() >= expected.size(); });
     EXPECT_EQ(keyLines(log()), expected);
 
     // The player leaves the game; nothing in the program is told.
     ASSERT_TRUE(cabinet->xdotool({ "key", "Escape" }));
     EXPECT_TRUE(eventually([&] {
-        const Lines lines = fileLines(log());
+        const Lines lines = TraceDiff::readLines(log());
         return !lines.empty() && lines.back() == "exit";
     }));
     // NOTE: a window manager gives the keyboard to the front end when the game's window goes; this X
@@ -210,12 +212,9 @@ TEST_F(EndToEndTest, MameRunsFromTheListAndTheBrowserComesBack)
     home.write("ombrel.cfg", savedState(5, 1));
     start();
 
-    const size_t before = cabinet->effects().size();
-    ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
-    const auto launched = cabinet->waitForEffect("launch ", before);
-    ASSERT_TRUE(launched) << cabinet->traceText();
-    EXPECT_EQ(cabinet->effects()[*launched],
+    const auto launched = launchSelected(
         "launch /usr/games/mame pong -video none -sound none -seconds_to_run 2 | in /usr/games/");
+    ASSERT_TRUE(launched);
     ASSERT_TRUE(cabinet->xdotool({ "key", "Return" }));
     const auto exited = cabinet->waitForEffect("process exit ", *launched);
     ASSERT_TRUE(exited) << cabinet->traceText() << cabinet->errors();

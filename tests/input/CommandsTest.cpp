@@ -21,21 +21,10 @@ using test::cabinetKeys;
 TEST(CommandsTest, EachKeyOfTheMapGivesItsCommand)
 {
     const KeyMap keys = cabinetKeys();
-    const std::vector<std::pair<int, LogicalCommand>> cases {
-        { 38, LogicalCommand::Up },
-        { 40, LogicalCommand::Down },
-        { 34, LogicalCommand::RightPage },
-        { 33, LogicalCommand::LeftPage },
-        { 116, LogicalCommand::Refresh },
-        { 9, LogicalCommand::Config },
-        { 39, LogicalCommand::NextPath },
-        { 37, LogicalCommand::PrevPath },
-        { 13, LogicalCommand::Select },
-        { 27, LogicalCommand::Exit },
-        { 53, LogicalCommand::ScreenSaver },
-        { 77, LogicalCommand::Mute },
-        { 49, LogicalCommand::Info },
-    };
+    using enum LogicalCommand;
+    const std::vector<std::pair<int, LogicalCommand>> cases { { 38, Up }, { 40, Down }, { 34, RightPage },
+        { 33, LeftPage }, { 116, Refresh }, { 9, Config }, { 39, NextPath }, { 37, PrevPath }, { 13, Select },
+        { 27, Exit }, { 53, ScreenSaver }, { 77, Mute }, { 49, Info } };
     for (const auto& [vk, command] : cases) {
         SCOPED_TRACE(vk);
         EXPECT_EQ(input::commandForKey(vk, keys), command);

@@ -33,6 +33,8 @@ struct ReadCase
     std::string file;
     Words expected;
     bool complete; // all sixteen controls were read
+    const char* fileName = "joystick.ini"; // as written; it is always looked up as joystick.ini
+    const char* held = ""; // what every binding held before the reading
 };
 
 // Every label is seven characters, "Btn  1:" or "Up    :", as a cabinet owner lines them up.
@@ -52,9 +54,9 @@ std::string repeated(const std::string& text, int times)
     return out;
 }
 
-Words withFifteenX(Words words)
+Words followedBy(Words words, size_t count, const std::string& word)
 {
-    words.insert(words.end(), 15, "X");
+    words.insert(words.end(), count, word);
     return words;
 }
 
@@ -62,12 +64,13 @@ TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
 {
     const std::vector<ReadCase> cases {
         { "sixteen rows, labels dropped, words trimmed, case kept", kSixteen, kSixteenWords, true },
+        { "the file is found whatever the case of its name", kSixteen, kSixteenWords, true, "Joystick.INI" },
         { "comments and blank rows bind nothing and take no place",
             "' Ombrel joystick\r\n\r\n'Btn  1: MUTE\r\nBtn  1: SELECT\r\n   \r\n" + kSixteen.substr(16),
             kSixteenWords, true },
         { "LF line ends, and rows past the sixteenth are not read",
-            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n", withFifteenX({ "UP" }),
-            true },
+            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n",
+            followedBy({ "UP" }, 15, "X"), true },
         { "a missing row ends the reading; the rows before it stand", "Btn  1: UP\r\nBtn  2: DOWN\r\n",
             Words { "UP", "DOWN" }, false },
         { "an empty file", "", Words {}, false },
@@ -83,64 +86,34 @@ TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
         { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", Words { "SELECT" },
             false },
         { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", Words { "SELECT" }, false },
+        { "bindings not reached keep what they held", "Btn  1: SELECT\r\nBtn  2:\r\n",
+            followedBy({ "SELECT", "" }, 14, "MUTE"), false, "joystick.ini", "MUTE" },
+        { "without the file every binding keeps what it held", kSixteen, followedBy({}, 16, "MUTE"), false,
+            "other.ini", "MUTE" },
     };
     for (const ReadCase& row : cases) {
         SCOPED_TRACE(row.name);
         test::TempHome home;
-        const std::string path = home.write("joystick.ini", row.file);
+        home.write(row.fileName, row.file);
         JoystickMap map;
-        const std::string message = input::GetJoyKeys(path, map);
+        map.joyKeys.fill(row.held);
+        const std::string message = input::GetJoyKeys(home.path() + "joystick.ini", map);
         EXPECT_EQ(message.empty(), row.complete) << message;
         EXPECT_EQ(bound(map), row.expected);
     }
 }
 
-TEST(JoystickMapTest, BindingsNotReachedKeepWhatTheyHeld)
-{
-    test::TempHome home;
-    JoystickMap map;
-    map.joyKeys.fill("MUTE");
-    EXPECT_FALSE(input::GetJoyKeys(home.path() + "joystick.ini", map).empty()); // no file
-    EXPECT_EQ(bound(map), Words(16, "MUTE"));
-
-    const std::string path = home.write("joystick.ini", "Btn  1: SELECT\r\nBtn  2:\r\n");
-    EXPECT_FALSE(input::GetJoyKeys(path, map).empty());
-    Words expected(16, "MUTE");
-    expected[0] = "SELECT";
-    expected[1] = "";
-    EXPECT_EQ(bound(map), expected);
-}
-
-TEST(JoystickMapTest, FindsTheFileWhateverTheCaseOfItsName)
-{
-    test::TempHome home;
-    home.write("Joystick.INI", kSixteen);
-    JoystickMap map;
-    EXPECT_EQ(input::GetJoyKeys(home.path() + "joystick.ini", map), "");
-    EXPECT_EQ(bound(map), kSixteenWords);
-}
-
 TEST(JoystickMapTest, WordsGiveTheirCommandsInAnyCaseButInfoIsOutOfReach)
 {
+    using enum LogicalCommand;
     const std::vector<std::pair<std::string, std::optional<LogicalCommand>>> cases {
-        { "SELECT", LogicalCommand::Select },
-        { "select", LogicalCommand::Select },
-        { "Exit", LogicalCommand::Exit },
-        { "UP", LogicalCommand::Up },
-        { "down", LogicalCommand::Down },
-        { "LeftPage", LogicalCommand::LeftPage },
-        { "RIGHTPAGE", LogicalCommand::RightPage },
-        { "PREVPATH", LogicalCommand::PrevPath },
-        { "NextPath", LogicalCommand::NextPath },
-        { "REFRESH", LogicalCommand::Refresh },
-        { "MUTE", LogicalCommand::Mute },
-        { "SCREENSAVER", LogicalCommand::ScreenSaver },
-        { "CONFIG", LogicalCommand::Config },
-        { "INFO", std::nullopt },
-        { "", std::nullopt },
-        { "JUMP", std::nullopt },
-        { "SELECT!", std::nullopt },
+        // clang-format off
+        { "SELECT", Select }, { "select", Select }, { "Exit", Exit }, { "UP", Up }, { "down", Down },
+        { "LeftPage", LeftPage }, { "RIGHTPAGE", RightPage }, { "PREVPATH", PrevPath }, { "NextPath", NextPath },
+        { "REFRESH", Refresh }, { "MUTE", Mute }, { "SCREENSAVER", ScreenSaver }, { "CONFIG", Config },
+        { "INFO", std::nullopt }, { "", std::nullopt }, { "JUMP", std::nullopt }, { "SELECT!", std::nullopt },
         { "UP DOWN", std::nullopt },
+        // clang-format on
     };
     for (const auto& [word, command] : cases) {
         SCOPED_TRACE(word);
@@ -186,17 +159,13 @@ TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
     };
     using input::kJoyDown, input::kJoyLeft, input::kJoyRight, input::kJoyUp;
     const std::vector<Case> cases {
-        { 32767, 32767, {} },
-        { 20000, 20000, {} },
-        { 40000, 40000, {} },
-        { 32767, 19999, { kJoyUp } },
-        { 32767, 40001, { kJoyDown } },
-        { 19999, 32767, { kJoyLeft } },
-        { 40001, 32767, { kJoyRight } },
-        { 0, 0, { kJoyUp, kJoyLeft } },
-        { 65535, 65535, { kJoyDown, kJoyRight } },
-        { 65535, 0, { kJoyUp, kJoyRight } },
-        { 0, 65535, { kJoyDown, kJoyLeft } },
+        // clang-format off
+        { 32767, 32767, {} }, { 20000, 20000, {} }, { 40000, 40000, {} },
+        { 32767, 19999, { kJoyUp } }, { 32767, 40001, { kJoyDown } },
+        { 19999, 32767, { kJoyLeft } }, { 40001, 32767, { kJoyRight } },
+        { 0, 0, { kJoyUp, kJoyLeft } }, { 65535, 65535, { kJoyDown, kJoyRight } },
+        { 65535, 0, { kJoyUp, kJoyRight } }, { 0, 65535, { kJoyDown, kJoyLeft } },
+        // clang-format on
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(std::to_string(row.x) + "," + std::to_string(row.y));
@@ -210,17 +179,10 @@ TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
 
 TEST(JoystickMapTest, OnlyOneOfTheTwelveButtonsHeldAloneFires)
 {
-    const std::vector<std::pair<uint32_t, std::optional<int>>> cases {
-        { 0, std::nullopt },
-        { 1, 0 },
-        { 2, 1 },
-        { 8, 3 },
-        { 2048, 11 },
-        { 3, std::nullopt }, // two buttons together
-        { 4096, std::nullopt }, // button 13
-        { 0x80000000u, std::nullopt },
-        { 0xFFFFFFFFu, std::nullopt },
-    };
+    // Two buttons together, button 13 and beyond fire nothing.
+    const std::vector<std::pair<uint32_t, std::optional<int>>> cases { { 0, std::nullopt }, { 1, 0 },
+        { 2, 1 }, { 8, 3 }, { 2048, 11 }, { 3, std::nullopt }, { 4096, std::nullopt },
+        { 0x80000000u, std::nullopt }, { 0xFFFFFFFFu, std::nullopt } };
     for (const auto& [buttons, control] : cases) {
         SCOPED_TRACE(buttons);
         EXPECT_EQ(input::buttonControl(buttons), control);

@@ -27,8 +27,6 @@ std::vector<KeyCode> inFileOrder(const KeyMap& keys)
     return out;
 }
 
-const std::vector<KeyCode> kNone(13, std::nullopt);
-
 std::vector<KeyCode> codes(std::initializer_list<int> values)
 {
     std::vector<KeyCode> out;
@@ -43,6 +41,8 @@ struct ReadCase
     std::string file;
     std::vector<KeyCode> expected;
     bool complete; // read without a stop
+    const char* fileName = "omkeys.cfg"; // as written; it is always looked up as omkeys.cfg
+    bool held = false; // the keys were 101 to 113 before the reading, as when the browser is rebuilt
 };
 
 TEST(KeyMapTest, ReadsTheFileOrFallsBackToTabForTheMenu)
@@ -69,41 +69,25 @@ TEST(KeyMapTest, ReadsTheFileOrFallsBackToTabForTheMenu)
             codes({ 38, 40, 34, 33, 116, 112, 39, 37, 13, 27, 83, 77, 73 }), true },
         { "values past the thirteenth are not read", "1,2,3,4,5,6,7,8,9,10,11,12,13,14,oops\r\n",
             codes({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13 }), true },
+        { "a file written on Windows is found whatever its case", "1,2,3,4,5,6,7,8,9,10,11,12,13\r\n",
+            codes({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13 }), true, "OMKEYS.CFG" },
+        { "a missing file gives Tab for the menu", "1,2\r\n",
+            codes({ -1, -1, -1, -1, -1, 9, -1, -1, -1, -1, -1, -1, -1 }), false, "other.cfg" },
+        { "a missing file keeps the other keys", "1,2\r\n",
+            codes({ 101, 102, 103, 104, 105, 9, 107, 108, 109, 110, 111, 112, 113 }), false, "other.cfg",
+            true },
     };
     for (const ReadCase& row : cases) {
         SCOPED_TRACE(row.name);
         test::TempHome home;
-        const std::string path = home.write("omkeys.cfg", row.file);
+        home.write(row.fileName, row.file);
         KeyMap keys;
-        const std::string message = input::getKeys(path, keys);
+        for (size_t i = 0; row.held && i < input::kKeyFileOrder.size(); ++i)
+            keys.*input::kKeyFileOrder[i] = static_cast<int16_t>(101 + i);
+        const std::string message = input::getKeys(home.path() + "omkeys.cfg", keys);
         EXPECT_EQ(message.empty(), row.complete) << message;
         EXPECT_EQ(inFileOrder(keys), row.expected);
     }
-}
-
-TEST(KeyMapTest, MissingFileGivesTabForTheMenuAndKeepsTheOtherKeys)
-{
-    test::TempHome home;
-    KeyMap fresh;
-    EXPECT_FALSE(input::getKeys(home.path() + "omkeys.cfg", fresh).empty());
-    EXPECT_EQ(inFileOrder(fresh), codes({ -1, -1, -1, -1, -1, 9, -1, -1, -1, -1, -1, -1, -1 }));
-
-    // Read again when the browser is rebuilt: the keys it had stay, only the menu key is Tab.
-    KeyMap held;
-    held.keyUp = 38;
-    held.keyConfig = 112;
-    input::getKeys(home.path() + "omkeys.cfg", held);
-    EXPECT_EQ(held.keyUp, KeyCode(38));
-    EXPECT_EQ(held.keyConfig, KeyCode(9));
-}
-
-TEST(KeyMapTest, FileWrittenOnWindowsIsFoundWhateverItsCase)
-{
-    test::TempHome home;
-    home.write("OMKEYS.CFG", "1,2,3,4,5,6,7,8,9,10,11,12,13\r\n");
-    KeyMap keys;
-    EXPECT_EQ(input::getKeys(home.path() + "omkeys.cfg", keys), "");
-    EXPECT_EQ(keys.keyInfo, KeyCode(13));
 }
 
 TEST(KeyMapTest, WritesOneLineOfThirteenCodesAndReadsItBack)

@@ -2,9 +2,8 @@
 // loop, a file that is no film reading back empty.
 #include "platform/sdl/FfmpegFilmPlayer.h"
 #include "platform/sdl/FilmDecoder.h"
-#include "platform/sdl/RealClock.h"
-#include "platform/sdl/SdlEventSource.h"
 
+#include "SdlTestKit.h"
 #include "TempHome.h"
 
 #include <gtest/gtest.h>
@@ -14,12 +13,10 @@
 namespace ombrel::platform::sdl {
 namespace {
 
-struct RecordingTrace final : runtime::Trace {
-    std::vector<std::string> lines;
-    void effect(std::string_view line) override { lines.emplace_back(line); }
-};
-
-std::string demoFilm() { return ombrel::test::sourceDir() + "/demo/intro.mpeg"; }
+std::string demoFilm()
+{
+    return ombrel::test::sourceDir() + "/demo/intro.mpeg";
+}
 
 TEST(FilmDecoderTest, DecodesTheDemoFilmsPicturesInTimeOrderAndItsSound)
 {
@@ -29,53 +26,24 @@ TEST(FilmDecoderTest, DecodesTheDemoFilmsPicturesInTimeOrderAndItsSound)
     std::vector<uint8_t> rgba;
     double at = -1, last = -1;
     int pictures = 0;
-    while (video->next(rgba, at)) {
+    for (; video->next(rgba, at); ++pictures, last = at) {
         ASSERT_EQ(rgba.size(), 320u * 240u * 4u);
         EXPECT_GE(at, last);
-        last = at;
-        ++pictures;
     }
     EXPECT_GT(pictures, 25);
     EXPECT_GT(last, 2.0);
-
-    auto sound = decodeFilmSound(demoFilm(), 44100, 2);
-    double seconds = static_cast<double>(sound.size()) / (44100 * 2);
-    EXPECT_NEAR(seconds, 3.0, 0.5);
+    EXPECT_NEAR(static_cast<double>(decodeFilmSound(demoFilm(), 44100, 2).size()) / (44100 * 2), 3.0, 0.5);
 }
 
-TEST(FilmDecoderTest, AFileThatIsNoFilmGivesNothing)
+class FilmPlayerTest : public test::RealLoopTest
 {
-    ombrel::test::TempHome home;
-    std::string path = home.write("intro.mpeg", "this is not a film");
-    EXPECT_EQ(FilmVideo::open(path), nullptr);
-    EXPECT_TRUE(decodeFilmSound(path, 44100, 2).empty());
-    EXPECT_EQ(FilmVideo::open(home.path() + "missing.mpeg"), nullptr);
-}
-
-class FilmPlayerTest : public ::testing::Test {
 protected:
-    RealClock clock;
-    runtime::EventLoop loop { clock };
-    SdlEventSource source;
-    RecordingTrace trace;
-    FilmFrames frames;
-    std::vector<std::pair<int, int>> changes;
-    std::atomic<int> pictures { 0 };
-
-    void SetUp() override
+    FilmPlayerTest()
     {
-        loop.setSource(&source);
         frames.onNewFrame = [this] { ++pictures; };
     }
-    void runUntilStopped(MediaPlayer& player, int ms)
-    {
-        player.onPlayStateChange = [this](int oldState, int newState) {
-            changes.emplace_back(oldState, newState);
-            if (newState == kStopped)
-                loop.quit();
-        };
-        loop.runFor(ms);
-    }
+    FilmFrames frames;
+    std::atomic<int> pictures { 0 };
 };
 
 TEST_F(FilmPlayerTest, PlaysToTheEndAndReportsIt)
@@ -86,11 +54,12 @@ TEST_F(FilmPlayerTest, PlaysToTheEndAndReportsIt)
     EXPECT_NEAR(player.duration(), 3.0, 0.5);
     player.play();
     EXPECT_EQ(player.playState(), kPlaying);
-    runUntilStopped(player, 15000);
-    EXPECT_EQ(changes, (std::vector<std::pair<int, int>> { { 0, 2 }, { 2, 0 } }));
+    runUntilChangeTo(player, kStopped, 15000);
+    EXPECT_EQ(changes, (Changes { { 0, 2 }, { 2, 0 } }));
     EXPECT_GT(pictures.load(), 25);
-    EXPECT_EQ(trace.lines, (std::vector<std::string> { "media mpIntro open intro.mpeg", "media mpIntro play",
-                               "media mpIntro end" }));
+    EXPECT_EQ(trace.lines,
+        (std::vector<std::string> {
+            "media mpIntro open intro.mpeg", "media mpIntro play", "media mpIntro end" }));
 }
 
 TEST_F(FilmPlayerTest, StopEndsTheFilmAtOnceAndReportsItOnTheLoop)
@@ -101,20 +70,26 @@ TEST_F(FilmPlayerTest, StopEndsTheFilmAtOnceAndReportsItOnTheLoop)
     loop.runFor(300);
     player.stop();
     EXPECT_EQ(player.playState(), kStopped);
-    runUntilStopped(player, 2000);
+    runUntilChangeTo(player, kStopped, 2000);
     ASSERT_FALSE(changes.empty());
     EXPECT_EQ(changes.back(), (std::pair<int, int> { 2, 0 }));
     EXPECT_FALSE(frames.has("mpIntro"));
 }
 
-TEST_F(FilmPlayerTest, AFileThatCannotBeOpenedReadsBackEmpty)
+TEST_F(FilmPlayerTest, AFileThatIsNoFilmGivesNothingAndReadsBackEmpty)
 {
     ombrel::test::TempHome home;
-    FfmpegFilmPlayer player("mpIntro", loop, trace, home.path(), frames);
-    player.setFileName(home.path() + "intro.mpeg");
-    EXPECT_EQ(player.fileName(), "");
-    player.play();
-    EXPECT_EQ(player.playState(), kStopped);
+    for (const std::string& path :
+        { home.write("intro.mpeg", "this is not a film"), home.path() + "gone.mpeg" }) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(FilmVideo::open(path), nullptr);
+        EXPECT_TRUE(decodeFilmSound(path, 44100, 2).empty());
+        FfmpegFilmPlayer player("mpIntro", loop, trace, home.path(), frames);
+        player.setFileName(path);
+        EXPECT_EQ(player.fileName(), "");
+        player.play();
+        EXPECT_EQ(player.playState(), kStopped);
+    }
 }
 
 } // namespace

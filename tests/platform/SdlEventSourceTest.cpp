@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <thread>
 #include <vector>
 
@@ -45,7 +46,7 @@ SDL_Event windowEvent(Uint8 what)
     return event;
 }
 
-TEST(SdlEventSource, Translation)
+TEST(SdlEventSource, TranslatesEventsIntoRuntimeInput)
 {
     SdlEventSource source;
     SDL_Event motion {};
@@ -106,91 +107,81 @@ TEST(SdlEventSource, Translation)
     EXPECT_FALSE(source.translate(windowEvent(SDL_WINDOWEVENT_MOVED)));
 }
 
-// Events queued in SDL reach the loop's input handler in their order; a wake-up is no input.
-TEST(SdlEventSource, QueuedEventsReachTheLoop)
+class SdlEventSourceLoop : public ::testing::Test
 {
+protected:
+    SdlEventSourceLoop()
+    {
+        loop.setSource(&source);
+        source.poll(loop); // drop whatever an earlier test left in SDL's queue
+        loop.setInputHandler([this](const InputEvent& e) { seen.push_back(e); });
+    }
+    void push(std::initializer_list<SDL_Event> events)
+    {
+        for (SDL_Event event : events)
+            SDL_PushEvent(&event);
+    }
+    std::vector<InputKind> seenKinds() const
+    {
+        std::vector<InputKind> kinds;
+        for (const InputEvent& e : seen)
+            kinds.push_back(e.kind);
+        return kinds;
+    }
+
     SdlEventSource source;
     RealClock clock;
-    runtime::EventLoop loop(clock);
-    loop.setSource(&source);
+    runtime::EventLoop loop { clock };
     std::vector<InputEvent> seen;
-    loop.setInputHandler([&](const InputEvent& e) { seen.push_back(e); });
+};
 
-    SDL_Event down = keyEvent(SDL_KEYDOWN, SDLK_RETURN, SDL_SCANCODE_RETURN, 0);
-    SDL_Event up = keyEvent(SDL_KEYUP, SDLK_RETURN, SDL_SCANCODE_RETURN, 0);
-    SDL_PushEvent(&down);
+// Events queued in SDL reach the loop's input handler in their order; a wake-up is no input, and an
+// exposed window asks for a repaint instead.
+TEST_F(SdlEventSourceLoop, QueuedEventsReachTheLoopAndExposeRepaints)
+{
+    int repaints = 0;
+    source.onExposed = [&] { ++repaints; };
+    push({ keyEvent(SDL_KEYDOWN, SDLK_RETURN, SDL_SCANCODE_RETURN, 0) });
     source.wake();
-    SDL_PushEvent(&up);
+    push({ windowEvent(SDL_WINDOWEVENT_EXPOSED), keyEvent(SDL_KEYUP, SDLK_RETURN, SDL_SCANCODE_RETURN, 0) });
     loop.doEvents();
-    ASSERT_EQ(seen.size(), 2u);
-    EXPECT_EQ(seen[0].kind, InputKind::KeyDown);
-    EXPECT_EQ(seen[0].vk, 13);
-    EXPECT_EQ(seen[1].kind, InputKind::KeyUp);
+    EXPECT_EQ(seenKinds(), (std::vector<InputKind> { InputKind::KeyDown, InputKind::KeyUp }));
+    EXPECT_EQ(seen.at(0).vk, 13);
+    EXPECT_EQ(repaints, 1);
 }
 
 // After a game gave the keyboard back, what was typed or clicked meanwhile is gone and the window's
 // own events are kept, in their order.
-TEST(SdlEventSource, DroppedInputKeepsWindowEvents)
+TEST_F(SdlEventSourceLoop, DroppedInputKeepsWindowEvents)
 {
-    SdlEventSource source;
-    RealClock clock;
-    runtime::EventLoop loop(clock);
-    loop.setSource(&source);
-    source.poll(loop); // drop whatever an earlier test left in SDL's queue
-    std::vector<InputKind> seen;
-    loop.setInputHandler([&](const InputEvent& e) { seen.push_back(e.kind); });
-
-    SDL_Event joyButton {};
+    SDL_Event joyButton {}, wheel {}, quit {};
     joyButton.type = SDL_JOYBUTTONDOWN;
-    SDL_Event wheel {};
     wheel.type = SDL_MOUSEWHEEL;
-    SDL_Event quit {};
     quit.type = SDL_QUIT;
-    for (SDL_Event event : { windowEvent(SDL_WINDOWEVENT_FOCUS_LOST),
-             keyEvent(SDL_KEYDOWN, SDLK_ESCAPE, SDL_SCANCODE_ESCAPE, 0),
-             buttonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 1, 3, 4), joyButton, wheel,
-             keyEvent(SDL_KEYUP, SDLK_ESCAPE, SDL_SCANCODE_ESCAPE, 0),
-             windowEvent(SDL_WINDOWEVENT_FOCUS_GAINED), quit })
-        SDL_PushEvent(&event);
+    push(
+        { windowEvent(SDL_WINDOWEVENT_FOCUS_LOST), keyEvent(SDL_KEYDOWN, SDLK_ESCAPE, SDL_SCANCODE_ESCAPE, 0),
+            buttonEvent(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 1, 3, 4), joyButton, wheel,
+            keyEvent(SDL_KEYUP, SDLK_ESCAPE, SDL_SCANCODE_ESCAPE, 0),
+            windowEvent(SDL_WINDOWEVENT_FOCUS_GAINED), quit });
     source.dropInput();
     loop.doEvents();
-    EXPECT_EQ(seen,
+    EXPECT_EQ(seenKinds(),
         (std::vector<InputKind> { InputKind::FocusLost, InputKind::FocusGained, InputKind::Quit }));
 
     // Input that comes after the drop is served as ever.
-    SDL_Event down = keyEvent(SDL_KEYDOWN, SDLK_DOWN, SDL_SCANCODE_DOWN, 0);
-    SDL_PushEvent(&down);
+    push({ keyEvent(SDL_KEYDOWN, SDLK_DOWN, SDL_SCANCODE_DOWN, 0) });
     loop.doEvents();
-    EXPECT_EQ(seen.back(), InputKind::KeyDown);
+    EXPECT_EQ(seenKinds().back(), InputKind::KeyDown);
 }
 
 // A task posted from another thread ends a wait that has no deadline.
-TEST(SdlEventSource, PostedTaskEndsAnEndlessWait)
+TEST_F(SdlEventSourceLoop, PostedTaskEndsAnEndlessWait)
 {
-    SdlEventSource source;
-    RealClock clock;
-    runtime::EventLoop loop(clock);
-    loop.setSource(&source);
-    source.poll(loop); // drop whatever an earlier test left in SDL's queue
     bool ran = false;
-    std::thread poster([&] { loop.postTask([&] { ran = true; }); });
-    poster.join();
+    std::thread([&] { loop.postTask([&] { ran = true; }); }).join();
     EXPECT_TRUE(source.wait(loop, std::nullopt));
     loop.doEvents();
     EXPECT_TRUE(ran);
-}
-
-TEST(SdlEventSource, ExposeAsksForARepaint)
-{
-    SdlEventSource source;
-    RealClock clock;
-    runtime::EventLoop loop(clock);
-    int repaints = 0;
-    source.onExposed = [&] { ++repaints; };
-    SDL_Event exposed = windowEvent(SDL_WINDOWEVENT_EXPOSED);
-    SDL_PushEvent(&exposed);
-    source.poll(loop);
-    EXPECT_EQ(repaints, 1);
 }
 
 } // namespace

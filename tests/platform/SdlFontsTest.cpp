@@ -6,6 +6,7 @@
 #include <cmath>
 #include <filesystem>
 #include <limits>
+#include <utility>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -38,59 +39,35 @@ TEST(SdlFonts, NamesResolveToFilesWithFallback)
 
 TEST(SdlFonts, PointsBecomeWholePixelsAt96Dpi)
 {
-    const struct
-    {
-        double pt;
-        int px;
-    } rows[] = {
-        { 8.25, 11 },
-        { 9.75, 13 },
-        { 12, 16 },
-        { 0.1, 1 },
-        { 0, 11 },
-        { -4, 11 },
-        { std::numeric_limits<double>::quiet_NaN(), 11 },
-        { std::numeric_limits<double>::infinity(), 11 },
-        { 1e12, 1000 },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.pt);
-        EXPECT_EQ(SdlFonts::pixelSize(row.pt), row.px);
-    }
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInf = std::numeric_limits<double>::infinity();
+    const std::pair<double, int> rows[] = { { 8.25, 11 }, { 9.75, 13 }, { 12, 16 }, { 0.1, 1 }, { 0, 11 },
+        { -4, 11 }, { kNaN, 11 }, { kInf, 11 }, { 1e12, 1000 } };
+    for (const auto& [pt, px] : rows)
+        EXPECT_EQ(SdlFonts::pixelSize(pt), px) << pt;
 }
 
-TEST(SdlFonts, Measure)
+TEST(SdlFonts, MeasuresTextAndRendersLinesOfThatSize)
 {
     SdlFonts fonts;
     const runtime::FontSpec regular { "DejaVu Sans", 12, false };
-    runtime::FontSpec bold = regular;
-    bold.bold = true;
-    runtime::FontSpec larger = regular;
-    larger.sizePt = 24;
+    const runtime::FontSpec bold { "DejaVu Sans", 12, true };
+    const runtime::FontSpec larger { "DejaVu Sans", 24, false };
 
     const auto one = fonts.measure(regular, "Pac-Man");
-    const auto two = fonts.measure(regular, "Pac-Man Pac-Man");
     EXPECT_GT(one.w, 0);
-    EXPECT_GT(two.w, one.w + one.w / 2);
+    EXPECT_GT(fonts.measure(regular, "Pac-Man Pac-Man").w, one.w + one.w / 2);
     EXPECT_EQ(one.h, fonts.lineHeight(regular));
-    EXPECT_EQ(fonts.measure(regular, "").w, 0);
-    EXPECT_EQ(fonts.measure(regular, "").h, one.h);
+    EXPECT_EQ(fonts.measure(regular, ""), (runtime::PixelSize { 0, one.h }));
     EXPECT_GT(fonts.measure(bold, "Pac-Man").w, one.w);
     EXPECT_GT(fonts.lineHeight(larger), fonts.lineHeight(regular) + fonts.lineHeight(regular) / 2);
     // Text that is not valid UTF-8 still measures.
     EXPECT_GE(fonts.measure(regular, "caf\xe9\xff").w, 0);
-}
 
-TEST(SdlFonts, RenderLine)
-{
-    SdlFonts fonts;
-    const runtime::FontSpec font { "DejaVu Sans", 12, false };
-    SurfacePtr line = fonts.renderLine(font, "Galaga", 0xFF);
+    SurfacePtr line = fonts.renderLine(regular, "Pac-Man", 0xFF);
     ASSERT_TRUE(line);
-    const auto size = fonts.measure(font, "Galaga");
-    EXPECT_EQ(line->w, size.w);
-    EXPECT_EQ(line->h, size.h);
-    EXPECT_FALSE(fonts.renderLine(font, "", 0xFF));
+    EXPECT_EQ((runtime::PixelSize { line->w, line->h }), one);
+    EXPECT_FALSE(fonts.renderLine(regular, "", 0xFF));
 }
 
 } // namespace

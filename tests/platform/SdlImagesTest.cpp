@@ -1,7 +1,7 @@
 // Tests of the picture cache: probing, remembering failures until a file changes, prefetch, eviction.
 #include "platform/sdl/SdlImages.h"
 
-#include "SdlTestFiles.h"
+#include "SdlTestKit.h"
 #include "TempHome.h"
 
 #include <gtest/gtest.h>
@@ -23,11 +23,9 @@ TEST(SdlImages, ProbeTellsSizeOrFailure)
 
     SdlImages images;
     EXPECT_EQ(images.probe(home.path() + "snap.png"), (runtime::PixelSize { 6, 4 }));
-    EXPECT_FALSE(images.probe(home.path() + "missing.png"));
-    EXPECT_FALSE(images.probe(home.path() + "broken.png"));
-    EXPECT_FALSE(images.probe(home.path() + "empty.png"));
-    EXPECT_FALSE(images.probe(home.path() + "folder.png"));
-    EXPECT_FALSE(images.probe(""));
+    for (const std::string& bad : { home.path() + "missing.png", home.path() + "broken.png",
+             home.path() + "empty.png", home.path() + "folder.png", std::string() })
+        EXPECT_FALSE(images.probe(bad)) << bad;
 }
 
 TEST(SdlImages, DecodesOnceUntilTheFileChanges)

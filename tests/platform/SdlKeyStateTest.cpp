@@ -22,21 +22,20 @@ TEST(SdlKeyState, HeldKeysAsVirtualKeys)
         bool down;
     };
     const Row rows[] = {
-        { "nothingHeld", {}, 27, false },
-        { "escape", { SDL_SCANCODE_ESCAPE }, 27, true },
+        // clang-format off
+        { "nothingHeld", {}, 27, false }, { "escape", { SDL_SCANCODE_ESCAPE }, 27, true },
         { "otherKeyHeld", { SDL_SCANCODE_ESCAPE }, 13, false },
         { "keypadEnterIsEnter", { SDL_SCANCODE_KP_ENTER }, 13, true },
-        { "letter", { SDL_SCANCODE_A }, 'A', true },
-        { "digit", { SDL_SCANCODE_5 }, '5', true },
+        { "letter", { SDL_SCANCODE_A }, 'A', true }, { "digit", { SDL_SCANCODE_5 }, '5', true },
         { "eitherShiftIsShift", { SDL_SCANCODE_RSHIFT }, 16, true },
         { "rightShiftByItsOwnCode", { SDL_SCANCODE_RSHIFT }, 161, true },
         { "leftShiftIsNotRight", { SDL_SCANCODE_LSHIFT }, 161, false },
         { "leftCtrl", { SDL_SCANCODE_LCTRL, SDL_SCANCODE_X }, 162, true },
         { "oneOfTwo", { SDL_SCANCODE_LCTRL, SDL_SCANCODE_DOWN }, 40, true },
-        { "functionKey", { SDL_SCANCODE_F5 }, 116, true },
-        { "noSuchCode", { SDL_SCANCODE_A }, 0, false },
+        { "functionKey", { SDL_SCANCODE_F5 }, 116, true }, { "noSuchCode", { SDL_SCANCODE_A }, 0, false },
         { "negativeCode", { SDL_SCANCODE_A }, -65, false },
         { "codeBeyondTheTable", { SDL_SCANCODE_A }, 70000, false },
+        // clang-format on
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

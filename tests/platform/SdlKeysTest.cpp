@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -17,71 +18,30 @@ struct KeyRow
 };
 
 // What a US keyboard sends, and the code Windows gives for it.
-constexpr KeyRow kUsKeys[] = {
-    { "A", SDLK_a, SDL_SCANCODE_A, 65 },
-    { "Z", SDLK_z, SDL_SCANCODE_Z, 90 },
-    { "0", SDLK_0, SDL_SCANCODE_0, 48 },
-    { "5", SDLK_5, SDL_SCANCODE_5, 53 },
-    { "9", SDLK_9, SDL_SCANCODE_9, 57 },
-    { "F1", SDLK_F1, SDL_SCANCODE_F1, 112 },
-    { "F12", SDLK_F12, SDL_SCANCODE_F12, 123 },
-    { "F13", SDLK_F13, SDL_SCANCODE_F13, 124 },
-    { "F24", SDLK_F24, SDL_SCANCODE_F24, 135 },
-    { "Left", SDLK_LEFT, SDL_SCANCODE_LEFT, 37 },
-    { "Up", SDLK_UP, SDL_SCANCODE_UP, 38 },
-    { "Right", SDLK_RIGHT, SDL_SCANCODE_RIGHT, 39 },
-    { "Down", SDLK_DOWN, SDL_SCANCODE_DOWN, 40 },
-    { "Home", SDLK_HOME, SDL_SCANCODE_HOME, 36 },
-    { "End", SDLK_END, SDL_SCANCODE_END, 35 },
-    { "PageUp", SDLK_PAGEUP, SDL_SCANCODE_PAGEUP, 33 },
-    { "PageDown", SDLK_PAGEDOWN, SDL_SCANCODE_PAGEDOWN, 34 },
-    { "Insert", SDLK_INSERT, SDL_SCANCODE_INSERT, 45 },
-    { "Delete", SDLK_DELETE, SDL_SCANCODE_DELETE, 46 },
-    { "Tab", SDLK_TAB, SDL_SCANCODE_TAB, 9 },
-    { "Enter", SDLK_RETURN, SDL_SCANCODE_RETURN, 13 },
-    { "KeypadEnter", SDLK_KP_ENTER, SDL_SCANCODE_KP_ENTER, 13 },
-    { "Escape", SDLK_ESCAPE, SDL_SCANCODE_ESCAPE, 27 },
-    { "Space", SDLK_SPACE, SDL_SCANCODE_SPACE, 32 },
-    { "Backspace", SDLK_BACKSPACE, SDL_SCANCODE_BACKSPACE, 8 },
-    { "LeftShift", SDLK_LSHIFT, SDL_SCANCODE_LSHIFT, 16 },
-    { "RightShift", SDLK_RSHIFT, SDL_SCANCODE_RSHIFT, 16 },
-    { "LeftCtrl", SDLK_LCTRL, SDL_SCANCODE_LCTRL, 17 },
-    { "RightCtrl", SDLK_RCTRL, SDL_SCANCODE_RCTRL, 17 },
-    { "LeftAlt", SDLK_LALT, SDL_SCANCODE_LALT, 18 },
-    { "RightAlt", SDLK_RALT, SDL_SCANCODE_RALT, 18 },
-    { "Keypad0", SDLK_KP_0, SDL_SCANCODE_KP_0, 96 },
-    { "Keypad9", SDLK_KP_9, SDL_SCANCODE_KP_9, 105 },
-    { "KeypadMultiply", SDLK_KP_MULTIPLY, SDL_SCANCODE_KP_MULTIPLY, 106 },
-    { "KeypadPlus", SDLK_KP_PLUS, SDL_SCANCODE_KP_PLUS, 107 },
-    { "KeypadSeparator", SDLK_KP_COMMA, SDL_SCANCODE_KP_COMMA, 108 },
-    { "KeypadMinus", SDLK_KP_MINUS, SDL_SCANCODE_KP_MINUS, 109 },
-    { "KeypadPeriod", SDLK_KP_PERIOD, SDL_SCANCODE_KP_PERIOD, 110 },
-    { "KeypadDivide", SDLK_KP_DIVIDE, SDL_SCANCODE_KP_DIVIDE, 111 },
-    { "Semicolon", SDLK_SEMICOLON, SDL_SCANCODE_SEMICOLON, 186 },
-    { "Equals", SDLK_EQUALS, SDL_SCANCODE_EQUALS, 187 },
-    { "Comma", SDLK_COMMA, SDL_SCANCODE_COMMA, 188 },
-    { "Minus", SDLK_MINUS, SDL_SCANCODE_MINUS, 189 },
-    { "Period", SDLK_PERIOD, SDL_SCANCODE_PERIOD, 190 },
-    { "Slash", SDLK_SLASH, SDL_SCANCODE_SLASH, 191 },
-    { "Backquote", SDLK_BACKQUOTE, SDL_SCANCODE_GRAVE, 192 },
-    { "LeftBracket", SDLK_LEFTBRACKET, SDL_SCANCODE_LEFTBRACKET, 219 },
-    { "Backslash", SDLK_BACKSLASH, SDL_SCANCODE_BACKSLASH, 220 },
-    { "RightBracket", SDLK_RIGHTBRACKET, SDL_SCANCODE_RIGHTBRACKET, 221 },
-    { "Quote", SDLK_QUOTE, SDL_SCANCODE_APOSTROPHE, 222 },
-    { "Pause", SDLK_PAUSE, SDL_SCANCODE_PAUSE, 19 },
-    { "CapsLock", SDLK_CAPSLOCK, SDL_SCANCODE_CAPSLOCK, 20 },
-    { "NumLock", SDLK_NUMLOCKCLEAR, SDL_SCANCODE_NUMLOCKCLEAR, 144 },
-    { "ScrollLock", SDLK_SCROLLLOCK, SDL_SCANCODE_SCROLLLOCK, 145 },
-    { "PrintScreen", SDLK_PRINTSCREEN, SDL_SCANCODE_PRINTSCREEN, 44 },
-};
-
-TEST(SdlKeys, UsKeyboardGivesWindowsCodes)
-{
-    for (const auto& row : kUsKeys) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(vkFromSdl(row.key, row.scancode), row.vk);
+#define US(key, scancode, vk)                                                                                \
+    KeyRow                                                                                                   \
+    {                                                                                                        \
+        SDL_GetScancodeName(SDL_SCANCODE_##scancode), SDLK_##key, SDL_SCANCODE_##scancode, vk                \
     }
-}
+const KeyRow kUsKeys[] = {
+    // clang-format off
+    US(a, A, 65), US(z, Z, 90), US(0, 0, 48), US(5, 5, 53), US(9, 9, 57), US(F1, F1, 112), US(F12, F12, 123),
+    US(F13, F13, 124), US(F24, F24, 135), US(LEFT, LEFT, 37), US(UP, UP, 38), US(RIGHT, RIGHT, 39),
+    US(DOWN, DOWN, 40), US(HOME, HOME, 36), US(END, END, 35), US(PAGEUP, PAGEUP, 33),
+    US(PAGEDOWN, PAGEDOWN, 34), US(INSERT, INSERT, 45), US(DELETE, DELETE, 46), US(TAB, TAB, 9),
+    US(RETURN, RETURN, 13), US(KP_ENTER, KP_ENTER, 13), US(ESCAPE, ESCAPE, 27), US(SPACE, SPACE, 32),
+    US(BACKSPACE, BACKSPACE, 8), US(LSHIFT, LSHIFT, 16), US(RSHIFT, RSHIFT, 16), US(LCTRL, LCTRL, 17),
+    US(RCTRL, RCTRL, 17), US(LALT, LALT, 18), US(RALT, RALT, 18), US(KP_0, KP_0, 96), US(KP_9, KP_9, 105),
+    US(KP_MULTIPLY, KP_MULTIPLY, 106), US(KP_PLUS, KP_PLUS, 107), US(KP_COMMA, KP_COMMA, 108),
+    US(KP_MINUS, KP_MINUS, 109), US(KP_PERIOD, KP_PERIOD, 110), US(KP_DIVIDE, KP_DIVIDE, 111),
+    US(SEMICOLON, SEMICOLON, 186), US(EQUALS, EQUALS, 187), US(COMMA, COMMA, 188), US(MINUS, MINUS, 189),
+    US(PERIOD, PERIOD, 190), US(SLASH, SLASH, 191), US(BACKQUOTE, GRAVE, 192),
+    US(LEFTBRACKET, LEFTBRACKET, 219), US(BACKSLASH, BACKSLASH, 220), US(RIGHTBRACKET, RIGHTBRACKET, 221),
+    US(QUOTE, APOSTROPHE, 222), US(PAUSE, PAUSE, 19), US(CAPSLOCK, CAPSLOCK, 20),
+    US(NUMLOCKCLEAR, NUMLOCKCLEAR, 144), US(SCROLLLOCK, SCROLLLOCK, 145), US(PRINTSCREEN, PRINTSCREEN, 44),
+    // clang-format on
+};
+#undef US
 
 // Keys whose codes are the same on every layout come from the position, letters and punctuation from
 // the layout; a character without a virtual key falls back to the US position.
@@ -107,43 +67,29 @@ TEST(SdlKeys, OtherLayouts)
 
 // Injection presses the key at the position that gives back the same code on a US layout: the reverse
 // must agree with the forward table for every code (for keys with two places, the main one).
-TEST(SdlKeys, ReverseAgreesWithForward)
+TEST(SdlKeys, UsKeyboardGivesWindowsCodesAndTheReverseAgrees)
 {
     for (const auto& row : kUsKeys) {
         SCOPED_TRACE(row.name);
+        EXPECT_EQ(vkFromSdl(row.key, row.scancode), row.vk);
         SDL_Scancode scancode = scancodeFromVk(row.vk);
         ASSERT_NE(scancode, SDL_SCANCODE_UNKNOWN);
         EXPECT_EQ(vkFromSdl(SDLK_UNKNOWN, scancode), row.vk);
     }
-    EXPECT_EQ(scancodeFromVk(13), SDL_SCANCODE_RETURN);
-    EXPECT_EQ(scancodeFromVk(16), SDL_SCANCODE_LSHIFT);
-    EXPECT_EQ(scancodeFromVk(161), SDL_SCANCODE_RSHIFT);
-    EXPECT_EQ(scancodeFromVk(165), SDL_SCANCODE_RALT);
-    EXPECT_EQ(scancodeFromVk(0), SDL_SCANCODE_UNKNOWN);
-    EXPECT_EQ(scancodeFromVk(-5), SDL_SCANCODE_UNKNOWN);
-    EXPECT_EQ(scancodeFromVk(100000), SDL_SCANCODE_UNKNOWN);
+    const std::pair<int, SDL_Scancode> reverse[] = { { 13, SDL_SCANCODE_RETURN }, { 16, SDL_SCANCODE_LSHIFT },
+        { 161, SDL_SCANCODE_RSHIFT }, { 165, SDL_SCANCODE_RALT }, { 0, SDL_SCANCODE_UNKNOWN },
+        { -5, SDL_SCANCODE_UNKNOWN }, { 100000, SDL_SCANCODE_UNKNOWN } };
+    for (const auto& [vk, scancode] : reverse)
+        EXPECT_EQ(scancodeFromVk(vk), scancode) << vk;
 }
 
-TEST(SdlKeys, ShiftMask)
+TEST(SdlKeys, ShiftMaskKeepsShiftCtrlAltAndIgnoresLocks)
 {
-    const struct
-    {
-        const char* name;
-        int mod;
-        int mask;
-    } rows[] = {
-        { "none", KMOD_NONE, 0 },
-        { "leftShift", KMOD_LSHIFT, 1 },
-        { "rightShift", KMOD_RSHIFT, 1 },
-        { "rightCtrl", KMOD_RCTRL, 2 },
-        { "leftAlt", KMOD_LALT, 4 },
-        { "all", KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT, 7 },
-        { "locksIgnored", KMOD_NUM | KMOD_CAPS | KMOD_GUI, 0 },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(shiftMask(static_cast<SDL_Keymod>(row.mod)), row.mask);
-    }
+    const std::pair<int, int> rows[]
+        = { { KMOD_NONE, 0 }, { KMOD_LSHIFT, 1 }, { KMOD_RSHIFT, 1 }, { KMOD_RCTRL, 2 }, { KMOD_LALT, 4 },
+              { KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT, 7 }, { KMOD_NUM | KMOD_CAPS | KMOD_GUI, 0 } };
+    for (const auto& [mod, mask] : rows)
+        EXPECT_EQ(shiftMask(static_cast<SDL_Keymod>(mod)), mask) << mod;
 }
 
 } // namespace

@@ -1,12 +1,14 @@
 // Tests of painting a DrawList offscreen and in a window, and of screenshots.
 #include "platform/sdl/SdlRenderer.h"
 
-#include "SdlTestFiles.h"
+#include "SdlTestKit.h"
 #include "TempHome.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <tuple>
+#include <vector>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -21,6 +23,7 @@ constexpr uint32_t kRed = 0x0000FF; // the system's numbers: blue*65536 + green*
 constexpr uint32_t kGreen = 0x00FF00;
 constexpr uint32_t kBlue = 0xFF0000;
 constexpr PixelRect kScreen { 0, 0, 64, 48 };
+using Pixel = std::tuple<int, int, uint32_t>; // x, y, 0xRRGGBB
 
 DrawCommand fill(PixelRect rect, uint32_t colour, PixelRect clip = kScreen)
 {
@@ -75,6 +78,11 @@ protected:
     ombrel::test::TempHome home;
 
     uint32_t at(int x, int y) { return pixelAt(renderer->surface(), x, y); }
+    void expectPixels(const std::vector<Pixel>& pixels)
+    {
+        for (const auto& [x, y, colour] : pixels)
+            EXPECT_EQ(at(x, y), colour) << "at " << x << "," << y;
+    }
 };
 
 TEST_F(SdlRendererTest, FillsInOrderWithinTheirClip)
@@ -86,12 +94,10 @@ TEST_F(SdlRendererTest, FillsInOrderWithinTheirClip)
         fill({ 10, 10, 20, 10 }, kRed),
         fill({ 20, 0, 40, 48 }, kGreen, { 25, 0, 5, 48 }),
     });
-    EXPECT_EQ(at(0, 0), 0x0000FFu) << "the system's colour numbers keep red in the low byte";
-    EXPECT_EQ(at(10, 10), 0xFF0000u);
-    EXPECT_EQ(at(29, 19), 0x00FF00u) << "a later command paints over an earlier one";
-    EXPECT_EQ(at(24, 19), 0xFF0000u) << "left of the clip";
-    EXPECT_EQ(at(30, 19), 0x0000FFu) << "right of the clip";
-    EXPECT_EQ(at(10, 20), 0x0000FFu) << "below the fill";
+    // The system's colour numbers keep red in the low byte; a later command paints over an earlier one,
+    // but not left or right of its clip.
+    expectPixels({ { 0, 0, 0x0000FF }, { 10, 10, 0xFF0000 }, { 29, 19, 0x00FF00 }, { 24, 19, 0xFF0000 },
+        { 30, 19, 0x0000FF }, { 10, 20, 0x0000FF } });
 
     renderer->present({ fill({ 0, 0, 10, 10 }, kRed) });
     EXPECT_EQ(at(30, 30), 0u) << "each frame starts black";
@@ -104,16 +110,12 @@ TEST_F(SdlRendererTest, FramesDrawInsideTheirRectangle)
     frame.lineWidth = 2;
     DrawCommand thick = frame;
     thick.rect = { 40, 10, 6, 6 };
-    thick.lineWidth = 5;
+    thick.lineWidth = 9;
     renderer->present({ frame, thick });
-    EXPECT_EQ(at(10, 10), 0x00FF00u);
-    EXPECT_EQ(at(11, 11), 0x00FF00u);
-    EXPECT_EQ(at(12, 12), 0u) << "inside the border";
-    EXPECT_EQ(at(29, 25), 0x00FF00u) << "bottom right corner";
-    EXPECT_EQ(at(30, 25), 0u) << "outside the rectangle";
-    EXPECT_EQ(at(20, 24), 0x00FF00u);
-    EXPECT_EQ(at(20, 23), 0u);
-    EXPECT_EQ(at(43, 13), 0x00FF00u) << "a border wider than half the box fills it";
+    // Border, inside it, the bottom right corner and outside; a border wider than half the box fills it,
+    // and even one wider than the whole box stays in it.
+    expectPixels({ { 10, 10, 0x00FF00 }, { 11, 11, 0x00FF00 }, { 12, 12, 0 }, { 29, 25, 0x00FF00 },
+        { 30, 25, 0 }, { 20, 24, 0x00FF00 }, { 20, 23, 0 }, { 43, 13, 0x00FF00 }, { 43, 16, 0 } });
 }
 
 TEST_F(SdlRendererTest, PicturesFitTheirBox)
@@ -122,28 +124,27 @@ TEST_F(SdlRendererTest, PicturesFitTheirBox)
     const std::string path = home.path() + "pic.png";
     ASSERT_TRUE(test::writeTwoColourPng(path, 8, 4, 0xFF0000, 0x0000FF));
 
-    renderer->present({ image(path, { 0, 0, 32, 32 }, ImageFit::Contain) });
-    // Contain: 32 x 16 centred vertically at y 8..23.
-    EXPECT_EQ(at(0, 7), 0u);
-    EXPECT_EQ(at(0, 8), 0xFF0000u);
-    // Away from the seam between the halves, where scaling blends the two colours.
-    EXPECT_EQ(at(12, 23), 0xFF0000u);
-    EXPECT_EQ(at(19, 12), 0x0000FFu);
-    EXPECT_EQ(at(31, 23), 0x0000FFu);
-    EXPECT_EQ(at(31, 24), 0u);
-
-    renderer->present({ image(path, { 0, 0, 32, 32 }, ImageFit::Stretch) });
-    EXPECT_EQ(at(0, 0), 0xFF0000u);
-    EXPECT_EQ(at(12, 31), 0xFF0000u);
-    EXPECT_EQ(at(19, 0), 0x0000FFu);
-    EXPECT_EQ(at(31, 31), 0x0000FFu);
-    EXPECT_EQ(at(32, 31), 0u);
-
-    renderer->present({ image(path, { 40, 40, 20, 20 }, ImageFit::Natural) });
-    EXPECT_EQ(at(40, 40), 0xFF0000u);
-    EXPECT_EQ(at(47, 43), 0x0000FFu);
-    EXPECT_EQ(at(48, 43), 0u);
-    EXPECT_EQ(at(40, 44), 0u);
+    constexpr uint32_t R = 0xFF0000, B = 0x0000FF;
+    // Points away from the seam between the halves, where scaling blends the two colours.
+    const struct
+    {
+        ImageFit fit;
+        PixelRect box;
+        std::vector<Pixel> pixels;
+    } rows[] = {
+        // Contain: 32 x 16 centred vertically at y 8..23.
+        { ImageFit::Contain, { 0, 0, 32, 32 },
+            { { 0, 7, 0 }, { 0, 8, R }, { 12, 23, R }, { 19, 12, B }, { 31, 23, B }, { 31, 24, 0 } } },
+        { ImageFit::Stretch, { 0, 0, 32, 32 },
+            { { 0, 0, R }, { 12, 31, R }, { 19, 0, B }, { 31, 31, B }, { 32, 31, 0 } } },
+        { ImageFit::Natural, { 40, 40, 20, 20 },
+            { { 40, 40, R }, { 47, 43, B }, { 48, 43, 0 }, { 40, 44, 0 } } },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(static_cast<int>(row.fit));
+        renderer->present({ image(path, row.box, row.fit) });
+        expectPixels(row.pixels);
+    }
 
     // A picture that cannot be shown leaves what is below it.
     renderer->present(
@@ -257,7 +258,7 @@ TEST(SdlRendererWindow, PaintsLikeOffscreen)
     EXPECT_EQ(window->screenSize(), (runtime::PixelSize { 64, 48 }));
     EXPECT_EQ(window->surface(), nullptr);
     window->setPointerVisible(false);
-    EXPECT_FALSE(window->pointerVisible());
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE) << "the pointer is hidden in the window itself";
 
     const DrawList frame { fill({ 0, 0, 64, 48 }, kBlue), fill({ 8, 8, 16, 16 }, kGreen),
         text("Hi", { 0, 20, 64, 20 }, runtime::TextAlign::Center) };

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ombrel::platform::linux {
@@ -28,17 +30,10 @@ public:
         m_waiting = false;
         m_events.push_back((up ? "up " : "down ") + std::to_string(vk));
     }
-    void shut()
+    void setOpen(bool open)
     {
         std::lock_guard lock(m_mutex);
-        m_open = false;
-    }
-    void open()
-    {
-        {
-            std::lock_guard lock(m_mutex);
-            m_open = true;
-        }
+        m_open = open;
         m_changed.notify_all();
     }
     // Returns once an event is being held at the shut backend.
@@ -64,11 +59,19 @@ private:
 class KeyEventQueueTest : public ::testing::Test
 {
 protected:
-    void press(KeyEventQueue& queue, int vk)
+    KeyEventQueue& queue() { return *m_queue; }
+    void press(int vk)
     {
-        queue.push(vk, false);
-        queue.push(vk, true);
+        m_queue->push(vk, false);
+        m_queue->push(vk, true);
     }
+    void advance(std::chrono::milliseconds ms) { m_now += ms; }
+    void endQueue() { m_queue.reset(); }
+
+    Backend backend;
+
+private:
+    std::chrono::steady_clock::time_point m_now {};
     KeyPacing pacing()
     {
         KeyPacing pacing;
@@ -76,30 +79,23 @@ protected:
         pacing.now = [this] { return m_now; };
         return pacing;
     }
-    void advance(std::chrono::milliseconds ms) { m_now += ms; }
-
-    Backend backend;
-
-private:
-    std::chrono::steady_clock::time_point m_now {};
+    std::unique_ptr<KeyEventQueue> m_queue
+        = std::make_unique<KeyEventQueue>([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
 };
 
 TEST_F(KeyEventQueueTest, SequenceIssuedAtOnceArrivesWholeAndInOrder)
 {
-    KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
-    backend.shut();
-    press(queue, 9);
+    backend.setOpen(false);
+    press(9);
     backend.waitUntilHolding();
-    press(queue, 9);
+    press(9);
     for (int i = 0; i < 3; ++i)
-        press(queue, 40);
+        press(40);
     // Alt goes up before F, as the closing of a player's menu has it.
-    queue.push(18, false);
-    queue.push(70, false);
-    queue.push(18, true);
-    queue.push(70, true);
-    backend.open();
-    queue.waitIdle();
+    for (auto [vk, up] : { std::pair { 18, false }, { 70, false }, { 18, true }, { 70, true } })
+        queue().push(vk, up);
+    backend.setOpen(true);
+    queue().waitIdle();
     EXPECT_EQ(backend.events(),
         (Events { "down 9", "up 9", "down 9", "up 9", "down 40", "up 40", "down 40", "up 40", "down 40",
             "up 40", "down 18", "down 70", "up 18", "up 70" }));
@@ -107,50 +103,44 @@ TEST_F(KeyEventQueueTest, SequenceIssuedAtOnceArrivesWholeAndInOrder)
 
 TEST_F(KeyEventQueueTest, PressRepeatedByLaterTicksWaitsOnlyOnce)
 {
-    KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
-    backend.shut();
-    press(queue, 27);
+    backend.setOpen(false);
+    press(27);
     backend.waitUntilHolding();
     // The exit control held: one Esc per 5 ms tick while the first is still going out.
     for (int tick = 0; tick < 4; ++tick) {
         advance(5ms);
-        press(queue, 27);
+        press(27);
     }
-    backend.open();
-    queue.waitIdle();
+    backend.setOpen(true);
+    queue().waitIdle();
     EXPECT_EQ(backend.events(), (Events { "down 27", "up 27", "down 27", "up 27" }));
 
     // Once the queue has run dry a press goes out again.
     advance(5ms);
-    press(queue, 27);
-    queue.waitIdle();
+    press(27);
+    queue().waitIdle();
     EXPECT_EQ(backend.events().size(), 6u);
 }
 
-TEST_F(KeyEventQueueTest, ReleaseAllAndStrayReleases)
+// Release-all lets go in reverse order; releases of keys not down and codes without a key send nothing;
+// keys still down when the queue ends are released.
+TEST_F(KeyEventQueueTest, ReleasesOnlyWhatIsDownAndEverythingAtTheEnd)
 {
-    KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
-    queue.push(17, false);
-    queue.push(18, false);
-    queue.releaseAll();
-    queue.push(18, true); // already released: nothing more to send
-    queue.push(65, true); // never pressed
-    queue.push(0, false); // no key
-    queue.push(256, false);
-    press(queue, 13);
-    queue.waitIdle();
-    EXPECT_EQ(backend.events(), (Events { "down 17", "down 18", "up 18", "up 17", "down 13", "up 13" }));
-}
-
-TEST_F(KeyEventQueueTest, KeysStillDownAreReleasedAtTheEnd)
-{
-    {
-        KeyEventQueue queue([this](int vk, bool up) { backend.deliver(vk, up); }, pacing());
-        queue.push(16, false);
-        press(queue, 65);
-        queue.waitIdle();
-    }
-    EXPECT_EQ(backend.events(), (Events { "down 16", "down 65", "up 65", "up 16" }));
+    queue().push(17, false);
+    queue().push(18, false);
+    queue().releaseAll();
+    queue().push(18, true); // already released: nothing more to send
+    queue().push(65, true); // never pressed
+    queue().push(0, false); // no key
+    queue().push(256, false);
+    press(13);
+    queue().push(16, false);
+    press(65);
+    queue().waitIdle();
+    endQueue();
+    EXPECT_EQ(backend.events(),
+        (Events { "down 17", "down 18", "up 18", "up 17", "down 13", "up 13", "down 16", "down 65", "up 65",
+            "up 16" }));
 }
 
 } // namespace

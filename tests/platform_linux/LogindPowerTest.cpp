@@ -11,6 +11,7 @@
 #include <atomic>
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
 #include <poll.h>
 #include <string>
 #include <sys/socket.h>
@@ -28,7 +29,6 @@ public:
     StandInLogind(const std::filesystem::path& socketPath, std::string canPowerOff, bool refusePowerOff)
         : m_answer(std::move(canPowerOff))
         , m_refuse(refusePowerOff)
-        , m_address("unix:path=" + socketPath.string())
     {
         m_listen = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
         sockaddr_un addr {};
@@ -51,7 +51,6 @@ public:
     StandInLogind(const StandInLogind&) = delete;
     StandInLogind& operator=(const StandInLogind&) = delete;
 
-    const std::string& address() const { return m_address; }
     int powerOffCalls() const { return m_powerOffCalls; }
     bool askedInteractive() const { return m_interactive; }
 
@@ -118,7 +117,6 @@ private:
 
     std::string m_answer;
     bool m_refuse;
-    std::string m_address;
     int m_listen = -1;
     int m_stop[2] = { -1, -1 };
     std::atomic<int> m_powerOffCalls = 0;
@@ -126,57 +124,45 @@ private:
     std::thread m_thread;
 };
 
-TEST(LogindPower, CanPowerOffAnswers)
+// What the check and the power-off give for each answer of logind, or when nobody listens; the power-off
+// is asked for without a prompt, and the check never powers off.
+TEST(LogindPower, CheckAndPowerOffGiveLogindsAnswerAndItsReason)
 {
     struct Row
     {
-        const char* answer;
+        const char* name;
+        const char* answer; // to CanPowerOff; nullptr: nothing listens on the bus
+        bool refuse; // PowerOff is denied
+        bool powerOff; // call powerOff() rather than the check
         int result;
         int error;
     };
     const Row rows[] = {
-        { "yes", 0, 0 },
-        { "challenge", 0, 0 },
-        { "no", kErrNoPrivilege, EPERM },
-        { "na", kErrNoPrivilege, EOPNOTSUPP },
-        { "", kErrNoPrivilege, EPERM },
+        { "yes", "yes", false, false, 0, 0 },
+        { "challenge", "challenge", false, false, 0, 0 },
+        { "no", "no", false, false, kErrNoPrivilege, EPERM },
+        { "na", "na", false, false, kErrNoPrivilege, EOPNOTSUPP },
+        { "empty", "", false, false, kErrNoPrivilege, EPERM },
+        { "powerOff", "yes", false, true, 0, 0 },
+        { "powerOffDenied", "yes", true, true, kErrShutdownFailed, EACCES },
+        { "checkWithNobody", nullptr, false, false, kErrNoPrivilege, ENOENT },
+        { "powerOffWithNobody", nullptr, false, true, kErrShutdownFailed, ENOENT },
     };
     test::TempHome home;
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.answer);
-        StandInLogind logind(home.root() / "bus", row.answer, false);
-        LogindPower power(logind.address());
-        EXPECT_EQ(power.checkPowerOffAllowed(), row.result);
-        EXPECT_EQ(power.lastSystemError(), row.error);
-        EXPECT_EQ(logind.powerOffCalls(), 0);
+        SCOPED_TRACE(row.name);
         std::filesystem::remove(home.root() / "bus");
+        std::optional<StandInLogind> logind;
+        if (row.answer)
+            logind.emplace(home.root() / "bus", row.answer, row.refuse);
+        LogindPower power("unix:path=" + (home.root() / "bus").string());
+        EXPECT_EQ(row.powerOff ? power.powerOff() : power.checkPowerOffAllowed(), row.result);
+        EXPECT_EQ(power.lastSystemError(), row.error);
+        if (logind) {
+            EXPECT_EQ(logind->powerOffCalls(), row.powerOff ? 1 : 0);
+            EXPECT_FALSE(logind->askedInteractive());
+        }
     }
-}
-
-TEST(LogindPower, PowerOffAsksWithoutAPrompt)
-{
-    test::TempHome home;
-    StandInLogind logind(home.root() / "bus", "yes", false);
-    LogindPower power(logind.address());
-    EXPECT_EQ(power.powerOff(), 0);
-    EXPECT_EQ(power.lastSystemError(), 0);
-    EXPECT_EQ(logind.powerOffCalls(), 1);
-    EXPECT_FALSE(logind.askedInteractive());
-}
-
-TEST(LogindPower, RefusalsCarryTheirReason)
-{
-    test::TempHome home;
-    StandInLogind logind(home.root() / "bus", "yes", true);
-    LogindPower power(logind.address());
-    EXPECT_EQ(power.powerOff(), kErrShutdownFailed);
-    EXPECT_EQ(power.lastSystemError(), EACCES);
-
-    LogindPower nobody("unix:path=" + (home.root() / "nothing-here").string());
-    EXPECT_EQ(nobody.checkPowerOffAllowed(), kErrNoPrivilege);
-    EXPECT_EQ(nobody.lastSystemError(), ENOENT);
-    EXPECT_EQ(nobody.powerOff(), kErrShutdownFailed);
-    EXPECT_EQ(nobody.lastSystemError(), ENOENT);
 }
 
 } // namespace

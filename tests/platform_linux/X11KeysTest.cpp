@@ -81,15 +81,13 @@ TEST_F(X11KeysTest, InjectedKeyIsSeenHeldUntilReleased)
 
 TEST_F(X11KeysTest, ReleaseAllLetsGoOfEveryKeyHeld)
 {
-    keys->keyEvent(17, false);
-    keys->keyEvent(18, false);
+    for (int vk : { 17, 18 })
+        keys->keyEvent(vk, false);
     keys->waitIdle();
-    ASSERT_TRUE(becomes(true, 17));
-    ASSERT_TRUE(becomes(true, 18));
+    ASSERT_TRUE(becomes(true, 17) && becomes(true, 18));
     keys->releaseAll();
     keys->waitIdle();
-    EXPECT_TRUE(becomes(false, 17));
-    EXPECT_TRUE(becomes(false, 18));
+    EXPECT_TRUE(becomes(false, 17) && becomes(false, 18));
     EXPECT_FALSE(state->isDown(0));
 }
 

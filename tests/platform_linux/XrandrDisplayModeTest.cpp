@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace ombrel::platform::linux {
 namespace {
@@ -87,41 +88,33 @@ protected:
     std::unique_ptr<XrandrDisplayMode> m_display;
 };
 
-TEST_F(XrandrDisplayModeTest, TheCurrentModeIsTakenAndImpossibleOnesRefused)
-{
-    start("800x600x24");
-    if (IsSkipped())
-        return;
-    EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 800, 600 }));
-
-    // The depth is not the server's to change, so any depth is taken.
-    EXPECT_EQ(m_display->change(800, 600, 16, 0), 0);
-    EXPECT_EQ(m_display->change(800, 600, 32, 60), 0);
-
-    EXPECT_EQ(m_display->change(12345, 678, 32, 0), kModeBad);
-    EXPECT_EQ(m_display->change(0, 600, 32, 0), kModeBad);
-    EXPECT_EQ(m_display->change(800, -600, 32, 0), kModeBad);
-    EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 800, 600 }));
-    EXPECT_EQ(m_display->restore(800, 600, 24, 0), 0);
-}
-
-TEST_F(XrandrDisplayModeTest, SwitchesToAListedModeAndBack)
+// The current mode is taken at any depth and impossible ones are refused; a listed mode is switched to
+// for the whole server, and restore goes back to the desktop's.
+TEST_F(XrandrDisplayModeTest, SwitchesToAListedModeAndBackAndRefusesImpossibleOnes)
 {
     start("1024x768x24");
     if (IsSkipped())
         return;
+    const runtime::PixelSize desktop { 1024, 768 }, small { 640, 480 };
+    EXPECT_EQ(m_display->desktopSize(), desktop);
+    // The depth is not the server's to change, so any depth is taken.
+    EXPECT_EQ(m_display->change(1024, 768, 16, 0), 0);
+    EXPECT_EQ(m_display->change(1024, 768, 32, 60), 0);
+    for (auto [w, h] : { std::pair { 12345, 678 }, { 0, 768 }, { 1024, -768 }, { 640, 480 } })
+        EXPECT_EQ(m_display->change(w, h, 32, 0), kModeBad) << w << "x" << h;
+    EXPECT_EQ(m_display->desktopSize(), desktop);
+
     addMode(m_server->name(), { 640, 480, 0, 0, 0 });
     // The mode was added after the display was opened: it is found all the same.
     ASSERT_EQ(m_display->change(640, 480, 32, 0), 0);
-    EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 640, 480 }));
+    EXPECT_EQ(m_display->desktopSize(), small);
     // A second connection sees the smaller screen too: the change is the server's, not ours.
     auto other = XrandrDisplayMode::open(m_server->name().c_str());
     ASSERT_NE(other, nullptr);
-    EXPECT_EQ(other->desktopSize(), (runtime::PixelSize { 640, 480 }));
-
+    EXPECT_EQ(other->desktopSize(), small);
     EXPECT_EQ(m_display->restore(1024, 768, 24, 0), 0);
-    EXPECT_EQ(m_display->desktopSize(), (runtime::PixelSize { 1024, 768 }));
-    EXPECT_EQ(other->desktopSize(), (runtime::PixelSize { 1024, 768 }));
+    EXPECT_EQ(m_display->desktopSize(), desktop);
+    EXPECT_EQ(other->desktopSize(), desktop);
 }
 
 TEST_F(XrandrDisplayModeTest, RefreshRatesChooseAmongModesOfOneSize)

@@ -48,12 +48,14 @@ class RuntimeFixture {
 public:
     RuntimeFixture();
 
-    void keyDown(int vk, int shift = 0);
-    void keyUp(int vk, int shift = 0);
-    void click(const std::string& target);
-    void dblclick(const std::string& target);
-    void focusLost();
-    void focusGained();
+    // Posts one input event and serves it at once.
+    void post(runtime::InputKind kind, int vk = 0, int shift = 0, const std::string& target = {});
+    void keyDown(int vk, int shift = 0) { post(runtime::InputKind::KeyDown, vk, shift); }
+    void keyUp(int vk, int shift = 0) { post(runtime::InputKind::KeyUp, vk, shift); }
+    void click(const std::string& target) { post(runtime::InputKind::Click, 0, 0, target); }
+    void dblclick(const std::string& target) { post(runtime::InputKind::DblClick, 0, 0, target); }
+    void focusLost() { post(runtime::InputKind::FocusLost); }
+    void focusGained() { post(runtime::InputKind::FocusGained); }
     // Serves what is pending without moving time.
     void settle() { loop.doEvents(); }
     void runFor(int64_t ms) { loop.runFor(ms); }

@@ -1,12 +1,21 @@
-// SdlTestFiles: small pictures and sounds that the SDL backend tests write for themselves.
+// SdlTestKit: small pictures and sounds that the SDL backend tests write for themselves, and a real
+// event loop for the media players.
 #pragma once
+
+#include "platform/MediaPlayer.h"
+#include "platform/sdl/RealClock.h"
+#include "platform/sdl/SdlEventSource.h"
+
+#include "RuntimeFixture.h"
 
 #include <SDL.h>
 #include <SDL_image.h>
+#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ombrel::platform::sdl::test {
@@ -69,5 +78,34 @@ inline uint32_t pixelAt(SDL_Surface* surface, int x, int y)
     SDL_GetRGB(raw, surface->format, &r, &g, &b);
     return (uint32_t(r) << 16) | (uint32_t(g) << 8) | b;
 }
+
+// A real clock and SDL's event queue under the loop, the way players report their ends in a real run.
+class RealLoopTest : public ::testing::Test
+{
+protected:
+    RealLoopTest() { loop.setSource(&source); }
+
+    // Records each play-state change, serving the loop until one to state or until ms have passed.
+    void runUntilChangeTo(MediaPlayer& player, int state, int ms = 5000)
+    {
+        recordChanges(player, state);
+        loop.runFor(ms);
+    }
+    void recordChanges(MediaPlayer& player, int quitOn = -1)
+    {
+        player.onPlayStateChange = [this, quitOn](int oldState, int newState) {
+            changes.emplace_back(oldState, newState);
+            if (newState == quitOn)
+                loop.quit();
+        };
+    }
+
+    using Changes = std::vector<std::pair<int, int>>;
+    RealClock clock;
+    runtime::EventLoop loop { clock };
+    SdlEventSource source;
+    ombrel::test::RecordingTrace trace;
+    Changes changes;
+};
 
 } // namespace ombrel::platform::sdl::test
