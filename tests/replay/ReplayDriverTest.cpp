@@ -2,6 +2,7 @@
 // of a run and the wait for a game, seen through a small form that logs what reaches it.
 #include "replay/ReplayDriver.h"
 
+#include "core/FailureLog.h"
 #include "platform/Files.h"
 #include "platform/fake/FakeFonts.h"
 #include "platform/fake/FakeImages.h"
@@ -12,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <memory>
 #include <sstream>
 
@@ -102,7 +104,8 @@ protected:
     fake::FakeFonts fonts;
     fake::FakeImages images;
     platform::DiskFiles files;
-    runtime::FormStack forms { runtime::FormServices { loop, trace, fonts, images, files, renderer, "" } };
+    core::FailureLog failures { "", std::cerr };
+    runtime::FormStack forms { runtime::FormServices { loop, trace, fonts, images, files, renderer, "", failures } };
     std::unique_ptr<ReplayDriver> driver;
     std::vector<std::string> log;
     std::string dumpText;
