@@ -19,7 +19,8 @@ inline constexpr const char* kFailureLogFileName = "ombrel.log";
 // missing on the screen. Owned by the application and handed down to the forms; it never throws and
 // never stops the program: a file that cannot be written leaves the line on standard error only. The
 // log is no trace effect: replays write it too, and their traces do not show it.
-class FailureLog {
+class FailureLog
+{
 public:
     static constexpr std::size_t kDefaultLimit = 64 * 1024;
 

@@ -16,7 +16,8 @@ namespace ombrel::core {
 // A statement may also return a message, for a reader that says why it stopped instead of throwing
 // (openCfg, getKeys); a non-empty one is logged like a throw.
 template <class Statement>
-void passOver(FailureLog& log, Statement&& statement, std::source_location where = std::source_location::current())
+void passOver(
+    FailureLog& log, Statement&& statement, std::source_location where = std::source_location::current())
 {
     try {
         if constexpr (std::is_convertible_v<std::invoke_result_t<Statement>, std::string_view>)

@@ -27,7 +27,8 @@ size_t at(int path)
 void noteStart(LaunchContext& ctx, const LaunchPlan& plan, bool started)
 {
     if (!started)
-        ctx.Main.failures().note("launch " + plan.commandLine + " in " + plan.folder + ": could not be started");
+        ctx.Main.failures().note(
+            "launch " + plan.commandLine + " in " + plan.folder + ": could not be started");
 }
 
 // The program and argument of a row, by list. Extras and lists outside 1 to 26 name no program here.

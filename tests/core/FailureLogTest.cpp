@@ -49,8 +49,10 @@ TEST(FailureLog, WritesEachFailureOnceWithinItsBound)
             "ombrel: " + line(kA) + "ombrel: " + line(kA, "q") + "ombrel: " + line(kB),
             "T " + line(kA) + "T " + line(kA, "q") + "T " + line(kB) },
         { "an empty cause is no failure", "ombrel.log", 1000, { { "p", "" } }, "", "" },
-        { "a full file keeps its newer half", "ombrel.log", 130, { { "p", kA }, { "p", kB }, { "p", kC }, { "q", kC } },
-            "ombrel: " + line(kA) + "ombrel: " + line(kB) + "ombrel: " + line(kC) + "ombrel: " + line(kC, "q"),
+        { "a full file keeps its newer half", "ombrel.log", 130,
+            { { "p", kA }, { "p", kB }, { "p", kC }, { "q", kC } },
+            "ombrel: " + line(kA) + "ombrel: " + line(kB) + "ombrel: " + line(kC)
+                + "ombrel: " + line(kC, "q"),
             "T " + line(kC) + "T " + line(kC, "q") },
         { "a folder that cannot be written leaves standard error", "missing/ombrel.log", 1000,
             { { "p", kA }, { "p", kA } }, "ombrel: " + line(kA), "" },
@@ -63,7 +65,8 @@ TEST(FailureLog, WritesEachFailureOnceWithinItsBound)
         if (row.logFile == "logdir")
             home.write("logdir/keep", "k");
         std::ostringstream echo;
-        FailureLog log(home.path() + row.logFile, echo, [] { return std::string("T"); }, row.limit);
+        FailureLog log(
+            home.path() + row.logFile, echo, [] { return std::string("T"); }, row.limit);
         for (const Note& note : row.notes)
             log.note(note.place, note.cause);
         EXPECT_EQ(echo.str(), row.echoed);

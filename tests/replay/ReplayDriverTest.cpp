@@ -105,7 +105,8 @@ protected:
     fake::FakeImages images;
     platform::DiskFiles files;
     core::FailureLog failures { "", std::cerr };
-    runtime::FormStack forms { runtime::FormServices { loop, trace, fonts, images, files, renderer, "", failures } };
+    runtime::FormStack forms { runtime::FormServices {
+        loop, trace, fonts, images, files, renderer, "", failures } };
     std::unique_ptr<ReplayDriver> driver;
     std::vector<std::string> log;
     std::string dumpText;
