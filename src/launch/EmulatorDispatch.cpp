@@ -28,7 +28,7 @@ void noteStart(LaunchContext& ctx, const LaunchPlan& plan, bool started)
 {
     if (!started)
         ctx.Main.failures().note(
-            "launch " + plan.commandLine + " in " + plan.folder + ": could not be started");
+            "launch \"" + plan.commandLine + "\" in \"" + plan.folder + "\": could not be started");
 }
 
 // The program and argument of a row, by list. Extras and lists outside 1 to 26 name no program here.
