@@ -5,6 +5,7 @@
 #include "catalogue/RomScan.h"
 #include "config/Settings.h"
 #include "core/AtomicFile.h"
+#include "core/FailureLog.h"
 #include "platform/Files.h"
 #include "platform/fake/FakeFonts.h"
 #include "platform/fake/FakeImages.h"
@@ -20,6 +21,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -145,7 +147,7 @@ BenchCabinet& cabinet()
 struct ScanHarness
 {
     explicit ScanHarness(BenchCabinet& cab)
-        : forms(runtime::FormServices { loop, trace, fonts, images, files, renderer, cab.home })
+        : forms(runtime::FormServices { loop, trace, fonts, images, files, renderer, cab.home, failures })
     {
         forms.define("Main", [](runtime::FormStack& s) { return std::make_unique<runtime::Form>(s, "Main"); });
         runtime::Form& main = forms.form("Main");
@@ -171,6 +173,7 @@ struct ScanHarness
     platform::fake::FakeImages images;
     platform::DiskFiles files;
     platform::fake::FakeRenderer renderer;
+    core::FailureLog failures { "", std::cerr };
     runtime::FormStack forms;
     config::RunState run;
     catalogue::Catalogue catalogue;

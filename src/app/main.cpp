@@ -1,4 +1,5 @@
 // main: reads the command line, builds the real or the replay platform, and runs the program on it.
+#include "app/CabinetFailureLog.h"
 #include "app/RealPlatform.h"
 #include "config/SettingsCheck.h"
 #include "replay/ReplayPlatform.h"
@@ -103,7 +104,8 @@ std::optional<std::string> homeFolder(const std::string& given)
 
 int runProgram(ombrel::platform::Platform& platform)
 {
-    ombrel::startup::Application app(platform);
+    auto failures = ombrel::app::cabinetFailureLog(platform.home);
+    ombrel::startup::Application app(platform, failures);
     app.start();
     return platform.loop.run();
 }
@@ -117,7 +119,8 @@ int runReplay(const Options& options, const std::string& home)
         return kUsageError;
     }
     ombrel::replay::ReplayPlatform replay(home, std::move(*script), options.trace);
-    ombrel::startup::Application app(replay.platform());
+    auto failures = ombrel::app::cabinetFailureLog(home);
+    ombrel::startup::Application app(replay.platform(), failures);
     replay.driver().setFrameSource([&app] { return app.forms().frame(); });
     replay.driver().setDumpSource([&app] { return app.dump(); });
     app.start();

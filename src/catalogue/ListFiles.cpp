@@ -23,9 +23,16 @@ std::optional<core::FieldReader> openInHome(const CatalogueContext& ctx, const s
     return core::FieldReader::open(*found);
 }
 
+// Why reading the file `name` stopped short, for the failure log.
+std::string readFailure(const std::string& name, const core::ReadError& error)
+{
+    return name + " line " + std::to_string(error.line()) + ": " + error.what();
+}
+
 // Pairs of fields (ROM name, description) into rows gi upward, until the file ends or the table is
-// full. A read error (a last line with one field) ends the reading; what was stored stays.
-void readPairs(core::FieldReader& reader, Table& table, int& gi)
+// full. A read error (a last line with one field) ends the reading; what was stored stays, and the
+// error is returned.
+std::string readPairs(core::FieldReader& reader, Table& table, int& gi, const std::string& name)
 {
     try {
         while (!reader.atEnd() && gi <= table.maxRows()) {
@@ -33,8 +40,10 @@ void readPairs(core::FieldReader& reader, Table& table, int& gi)
             table.set(gi, 2, reader.readField());
             ++gi;
         }
-    } catch (const core::ReadError&) {
+    } catch (const core::ReadError& error) {
+        return readFailure(name, error);
     }
+    return {};
 }
 
 } // namespace
@@ -78,43 +87,44 @@ bool readGameList(const CatalogueContext& ctx)
     if (!reader)
         return false;
     ctx.run.gi = 1;
-    readPairs(*reader, ctx.catalogue.gameList, ctx.run.gi);
+    readPairs(*reader, ctx.catalogue.gameList, ctx.run.gi, kGameListFile);
     return true;
 }
 
-void makeArrays(const CatalogueContext& ctx, const std::string& dirdb)
+std::string makeArrays(const CatalogueContext& ctx, const std::string& dirdb)
 {
     std::string path = ctx.home + dirdb;
     auto found = ctx.files.resolve(path);
     if (!found) {
         // Opened for appending, so a file that appeared in the meantime is never cut short.
         std::ofstream create(platform::toNativePath(path), std::ios::binary | std::ios::app);
-        return;
+        return create ? std::string() : dirdb + ": cannot be created";
     }
     auto reader = core::FieldReader::open(*found);
     if (!reader)
-        return; // there, but not a file that can be read: nothing to take from it
+        return dirdb + ": cannot be read"; // there, but not a file that can be read: nothing to take from it
 
     ctx.run.gi = 1;
     int list = ctx.run.curPath;
     if (list >= 1 && list <= config::kDaphnePath) {
         if (isPathActive(ctx.settings, list))
-            readPairs(*reader, *ctx.catalogue.list(list), ctx.run.gi);
+            return readPairs(*reader, *ctx.catalogue.list(list), ctx.run.gi, dirdb);
     } else if (list == config::kExtrasPath) {
         ctx.run.extraPath = ctx.home + kExtrasFile;
         CheckForExtras(ctx, ctx.run.extraPath);
         if (ctx.run.fileFound)
-            InputExtras(ctx);
+            return InputExtras(ctx);
     }
+    return {};
 }
 
-void InputExtras(const CatalogueContext& ctx)
+std::string InputExtras(const CatalogueContext& ctx)
 {
     int& gi = ctx.run.gi;
     gi = 1;
     auto reader = openInHome(ctx, kExtrasFile);
     if (!reader)
-        return;
+        return std::string(kExtrasFile) + ": cannot be read";
     Table& extras = ctx.catalogue.extras;
     try {
         while (!reader->atEnd() && gi <= extras.maxRows()) {
@@ -130,8 +140,10 @@ void InputExtras(const CatalogueContext& ctx)
                     gi, static_cast<int>(i) + 1, core::trimmed(core::valueAt(fields[i], kExtrasColumns[i])));
             ++gi;
         }
-    } catch (const core::ReadError&) {
+    } catch (const core::ReadError& error) {
+        return readFailure(kExtrasFile, error);
     }
+    return {};
 }
 
 void CheckForExtras(const CatalogueContext& ctx, const std::string& path)

@@ -40,11 +40,13 @@ bool readGameList(const CatalogueContext& ctx);
 
 // Reads the file dirdb (relative to the program's folder) into the table of run.curPath: two fields a
 // game for an active list 1 to 26, up to 4000 rows; for 27 the Extras records. A missing file is
-// created empty, so that a first run ends up with every list file present.
-void makeArrays(const CatalogueContext& ctx, const std::string& dirdb);
+// created empty, so that a first run ends up with every list file present. Returns an empty string, or
+// why the file could not be created or read, or where its reading stopped short.
+std::string makeArrays(const CatalogueContext& ctx, const std::string& dirdb);
 
-// Reads the records of extra.lst into extras, up to 4000.
-void InputExtras(const CatalogueContext& ctx);
+// Reads the records of extra.lst into extras, up to 4000. Returns an empty string, or why the reading
+// failed or stopped short.
+std::string InputExtras(const CatalogueContext& ctx);
 
 // Sets run.fileFound to whether the file exists (the case of its letters does not matter).
 void CheckForExtras(const CatalogueContext& ctx, const std::string& path);

@@ -113,6 +113,7 @@ void Navigator::loadLists()
     // strip says "No Roms Found" when no list holds a game. NOTE: a scan started after this finds
     // nothing; it must not overwrite a list file that already holds games.
     if (!readGameList(m_ctx)) {
+        m_ui.Main.failures().note(std::string(kGameListFile) + ": cannot be read");
         populateList();
         return;
     }
@@ -120,7 +121,7 @@ void Navigator::loadLists()
     for (int n = 1; n <= config::kUserPaths; ++n) {
         if (!settings.romDir[static_cast<size_t>(n)].empty()) {
             run.curPath = n;
-            makeArrays(m_ctx, listFileName(n));
+            m_ui.Main.failures().note(makeArrays(m_ctx, listFileName(n)));
         }
     }
     // Ultra 64 has two folders and one list file: with both set, the file is read twice over the same
@@ -137,7 +138,7 @@ void Navigator::loadLists()
     for (const auto& [folder, path] : fixedFolders) {
         if (!folder->empty()) {
             run.curPath = path;
-            makeArrays(m_ctx, listFileName(path));
+            m_ui.Main.failures().note(makeArrays(m_ctx, listFileName(path)));
         }
     }
 
@@ -145,12 +146,12 @@ void Navigator::loadLists()
     CheckForExtras(m_ctx, run.extraPath);
     if (run.fileFound) {
         run.curPath = config::kExtrasPath;
-        makeArrays(m_ctx, listFileName(config::kExtrasPath));
+        m_ui.Main.failures().note(makeArrays(m_ctx, listFileName(config::kExtrasPath)));
     }
 
     populateList();
     if (m_ui.List1.visible() && (!m_ui.mayFocusMain || m_ui.mayFocusMain()))
-        core::passOver([&] { m_ui.Main.setFocus(); });
+        core::passOver(m_ui.Main.failures(), [&] { m_ui.Main.setFocus(); });
     gNextPath();
 }
 
@@ -196,9 +197,9 @@ void Navigator::populateList()
     }
 
     list1.setVisible(true);
-    core::passOver([&] { m_ui.Main.setFocus(); });
+    core::passOver(m_ui.Main.failures(), [&] { m_ui.Main.setFocus(); });
     if (list1.listCount() >= 1)
-        core::passOver([&] { list1.setListIndex(0); });
+        core::passOver(m_ui.Main.failures(), [&] { list1.setListIndex(0); });
 }
 
 void Navigator::walk(int direction)
@@ -216,7 +217,7 @@ void Navigator::walk(int direction)
             curPath = curPath <= 1 ? kLists : curPath - 1;
         populateList();
         if (list1.visible() && list1.listCount() >= 1) {
-            core::passOver([&] { list1.setListIndex(0); });
+            core::passOver(m_ui.Main.failures(), [&] { list1.setListIndex(0); });
             return;
         }
     }
@@ -238,7 +239,7 @@ void Navigator::gNextPage()
     int count = list1.listCount();
     int index = list1.listIndex();
     int midRow = m_ctx.run.midRow;
-    core::passOver([&] { list1.setListIndex(count - 1 - index <= midRow ? count - 1 : index + midRow); });
+    core::passOver(m_ui.Main.failures(), [&] { list1.setListIndex(count - 1 - index <= midRow ? count - 1 : index + midRow); });
 }
 
 void Navigator::gPrevPage()
@@ -246,7 +247,7 @@ void Navigator::gPrevPage()
     runtime::ListBox& list1 = m_ui.List1;
     int index = list1.listIndex();
     int midRow = m_ctx.run.midRow;
-    core::passOver([&] { list1.setListIndex(index <= midRow ? 0 : index - midRow); });
+    core::passOver(m_ui.Main.failures(), [&] { list1.setListIndex(index <= midRow ? 0 : index - midRow); });
 }
 
 void Navigator::RefreshList()

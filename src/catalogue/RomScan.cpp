@@ -6,7 +6,6 @@
 #include "runtime/FormStack.h"
 
 #include <exception>
-#include <iostream>
 #include <utility>
 
 namespace ombrel::catalogue {
@@ -60,18 +59,18 @@ RomScan::RomScan(CatalogueContext context, Navigator& nav, ScanControls controls
 
 void RomScan::refreshAll()
 {
-    core::passOver([&] {
+    core::passOver(m_ui.Main.failures(), [&] {
         m_ui.List1.clear();
         m_ui.List1.setVisible(false);
     });
-    core::passOver([&] { DeleteList(); });
-    core::passOver([&] { CheckForFiles(); });
-    core::passOver([&] { m_nav.loadLists(); });
+    core::passOver(m_ui.Main.failures(), [&] { DeleteList(); });
+    core::passOver(m_ui.Main.failures(), [&] { CheckForFiles(); });
+    core::passOver(m_ui.Main.failures(), [&] { m_nav.loadLists(); });
     // The scan ends on the first list whatever list the reading left on screen.
     m_ctx.run.curPath = 1;
     if (runtime::Label* top = m_ui.ll.get(0))
         top->setCaption("");
-    core::passOver([&] { m_nav.RefreshList(); });
+    core::passOver(m_ui.Main.failures(), [&] { m_nav.RefreshList(); });
 }
 
 void RomScan::DeleteList()
@@ -87,7 +86,7 @@ void RomScan::CheckForFiles()
     const config::Settings& settings = m_ctx.settings;
     config::RunState& run = m_ctx.run;
 
-    core::passOver([&] {
+    core::passOver(m_ui.Main.failures(), [&] {
         m_ui.List1.setVisible(false);
         m_ui.List1.clear();
     });
@@ -124,7 +123,7 @@ void RomScan::CheckForFiles()
 void RomScan::scanOne(const std::string& caption, const std::string& folder, const std::string& file)
 {
     // A fault on one list does not keep the others from being scanned.
-    core::passOver([&] {
+    core::passOver(m_ui.Main.failures(), [&] {
         m_ui.lblPath.setCaption(caption);
         m_ctx.run.scanDir = folder;
         listFile = file;
@@ -185,10 +184,9 @@ void RomScan::writeListFile()
     if (m_ctx.catalogue.gameList.at(1, 1).empty() && holdsGames(path))
         return;
     const std::string error = m_ctx.files.write(path, listFileText(m_ctx.catalogue.scanList));
+    m_ui.Main.failures().note(error);
     runtime::FormStack& forms = m_ui.Main.stack();
     forms.trace("file write " + forms.relative(path) + (error.empty() ? "" : " failed"));
-    if (!error.empty())
-        std::cerr << "ombrel: " << error << "\n";
 }
 
 RomScan::ScanScope::ScanScope(RomScan& scan)
@@ -227,7 +225,7 @@ const FolderListing& RomScan::listingOf(const std::string& folder)
 
 void RomScan::repaint()
 {
-    core::passOver([&] { m_ui.Main.stack().paintIfChanged(); });
+    core::passOver(m_ui.Main.failures(), [&] { m_ui.Main.stack().paintIfChanged(); });
 }
 
 } // namespace ombrel::catalogue

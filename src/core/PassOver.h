@@ -1,18 +1,31 @@
 // passOver: one statement of a handler that passes over its failure, as the cabinet's handlers do: what
-// the statement throws is dropped and the handler goes on with its next statement.
+// the statement throws is dropped and the handler goes on with its next statement. The failure is
+// written to the log, with the place of the call.
 #pragma once
 
+#include "core/FailureLog.h"
+
 #include <exception>
+#include <source_location>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace ombrel::core {
 
-template <class Statement> void passOver(Statement&& statement)
+// A statement may also return a message, for a reader that says why it stopped instead of throwing
+// (openCfg, getKeys); a non-empty one is logged like a throw.
+template <class Statement>
+void passOver(
+    FailureLog& log, Statement&& statement, std::source_location where = std::source_location::current())
 {
     try {
-        std::forward<Statement>(statement)();
-    } catch (const std::exception&) {
-        // Passed over.
+        if constexpr (std::is_convertible_v<std::invoke_result_t<Statement>, std::string_view>)
+            log.note(std::string_view(std::forward<Statement>(statement)()), where);
+        else
+            std::forward<Statement>(statement)();
+    } catch (const std::exception& error) {
+        log.note(error.what(), where);
     }
 }
 

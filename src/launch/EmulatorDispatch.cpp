@@ -3,6 +3,7 @@
 #include "launch/EmulatorDispatch.h"
 
 #include "launch/GameTables.h"
+#include "core/FailureLog.h"
 #include "launch/LaunchContext.h"
 
 namespace ombrel::launch {
@@ -19,6 +20,15 @@ bool isUserPath(int path)
 size_t at(int path)
 {
     return static_cast<size_t>(path);
+}
+
+// The player sees nothing of a launch that failed; the owner finds it in the log. The platform has
+// written the reason to standard error already.
+void noteStart(LaunchContext& ctx, const LaunchPlan& plan, bool started)
+{
+    if (!started)
+        ctx.Main.failures().note(
+            "launch \"" + plan.commandLine + "\" in \"" + plan.folder + "\": could not be started");
 }
 
 // The program and argument of a row, by list. Extras and lists outside 1 to 26 name no program here.
@@ -137,6 +147,7 @@ void runEmu(LaunchContext& ctx, int listIndex)
     switch (plan.kind) {
     case LaunchKind::Blocking: {
         const int id = ctx.processes.start(plan.commandLine, plan.folder);
+        noteStart(ctx, plan, id > 0);
         // Nothing that did not start is waited for: the browser comes back as after a game that ended
         // at once.
         if (id > 0)
@@ -147,9 +158,9 @@ void runEmu(LaunchContext& ctx, int listIndex)
     case LaunchKind::Timed:
     case LaunchKind::Shell:
         if (plan.kind == LaunchKind::Shell)
-            ctx.processes.shellExecute("Play", plan.commandLine, plan.folder);
+            noteStart(ctx, plan, ctx.processes.shellExecute("Play", plan.commandLine, plan.folder));
         else
-            ctx.processes.start(plan.commandLine, plan.folder);
+            noteStart(ctx, plan, ctx.processes.start(plan.commandLine, plan.folder) > 0);
         // The browser takes no input for the game's first seconds, whether it started or not.
         if (plan.kind == LaunchKind::Timed)
             ctx.timers.timkey.setEnabled(true);

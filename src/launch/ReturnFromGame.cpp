@@ -2,6 +2,7 @@
 #include "launch/ReturnFromGame.h"
 
 #include "config/Settings.h"
+#include "core/PassOver.h"
 #include "launch/KeySimulation.h"
 #include "launch/LaunchContext.h"
 #include "runtime/EventLoop.h"
@@ -31,11 +32,10 @@ void timWfExit_Timer(LaunchContext& ctx)
 void timLock_Timer(LaunchContext& ctx)
 {
     // Each step is passed over when it fails, so the browser always gets its input back.
-    try {
+    core::passOver(ctx.Main.failures(), [&] {
         if (runtime::Form* blanker = ctx.Main.stack().existing("blanker"))
             blanker->hide();
-    } catch (const std::exception&) {
-    }
+    });
     ctx.Main.setEnabled(true);
     ctx.timers.timLock.setEnabled(false);
     ctx.keysSent = false;

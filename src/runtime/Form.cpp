@@ -21,6 +21,7 @@ Form::Form(FormStack& stack, std::string name)
 Form::~Form() = default;
 
 EventLoop& Form::loop() const { return m_stack.loop(); }
+core::FailureLog& Form::failures() const { return m_stack.services().failures; }
 
 void Form::load()
 {

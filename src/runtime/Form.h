@@ -14,6 +14,10 @@
 #include <string_view>
 #include <vector>
 
+namespace ombrel::core {
+class FailureLog;
+}
+
 namespace ombrel::runtime {
 
 class FormStack;
@@ -29,6 +33,7 @@ public:
     const std::string& name() const { return m_name; }
     FormStack& stack() const { return m_stack; }
     EventLoop& loop() const;
+    core::FailureLog& failures() const;
 
     // Lifecycle. load() raises Load once; show() loads, shows, brings to the front and activates;
     // hide() hides and passes activation on; unload() raises Unload and destroys the form at the end of

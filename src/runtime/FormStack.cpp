@@ -1,6 +1,7 @@
 // FormStack: z-order, activation and focus events, input routing and painting of the program's forms.
 #include "runtime/FormStack.h"
 
+#include "core/FailureLog.h"
 #include "platform/Files.h"
 #include "platform/Images.h"
 #include "platform/Renderer.h"
@@ -392,12 +393,17 @@ void FormStack::paintIfChanged()
 
 std::optional<FormStack::Picture> FormStack::loadPicture(const std::string& path) const
 {
+    // The callers keep the old picture; the owner finds the reason in the log.
     auto resolved = m_services.files.resolve(path);
-    if (!resolved)
+    if (!resolved) {
+        m_services.failures.note("picture " + relative(platform::toNativePath(path)) + ": no such file");
         return std::nullopt;
+    }
     auto size = m_services.images.probe(*resolved);
-    if (!size)
+    if (!size) {
+        m_services.failures.note("picture " + relative(*resolved) + ": cannot be loaded");
         return std::nullopt;
+    }
     return Picture { *resolved, *size };
 }
 

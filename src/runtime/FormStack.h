@@ -20,6 +20,10 @@ class Files;
 class Renderer;
 }
 
+namespace ombrel::core {
+class FailureLog;
+}
+
 namespace ombrel::runtime {
 
 class EventLoop;
@@ -33,6 +37,10 @@ struct FormServices {
     platform::Files& files;
     platform::Renderer& renderer;
     std::string home; // the program's folder, with a trailing '/': trace lines show paths under it relative
+    // NOTE: every step that the cabinet passes over runs in a form's handler or below one, so the
+    // forms' services are the narrowest thing that reaches all of them; the platform's backends
+    // never need it.
+    core::FailureLog& failures;
 };
 
 class FormStack {
@@ -44,6 +52,7 @@ public:
 
     FormServices& services() { return m_services; }
     EventLoop& loop() { return m_services.loop; }
+    core::FailureLog& failures() { return m_services.failures; }
 
     // Says how to make a form. The form is made on first use and again after each unload.
     void define(const std::string& name, std::function<std::unique_ptr<Form>(FormStack&)> make);

@@ -20,17 +20,17 @@ namespace ombrel::startup {
 
 namespace {
 
-    runtime::FormServices servicesOf(platform::Platform& platform)
+    runtime::FormServices servicesOf(platform::Platform& platform, core::FailureLog& failures)
     {
         return { platform.loop, platform.trace, platform.fonts, platform.images, platform.files, platform.renderer,
-            platform.home };
+            platform.home, failures };
     }
 
 } // namespace
 
-Application::Application(platform::Platform& platform)
+Application::Application(platform::Platform& platform, core::FailureLog& failures)
     : m_platform(platform)
-    , m_forms(servicesOf(platform))
+    , m_forms(servicesOf(platform, failures))
     , m_cabinet(std::make_unique<Cabinet>(Cabinet { platform, m_forms, platform.home, {}, {}, {}, {}, {}, {}, {}, {} }))
 {
     Cabinet& cabinet = *m_cabinet;

@@ -1,6 +1,7 @@
 // Application: the one object that owns the cabinet's shared state and forms, and starts the program.
 #pragma once
 
+#include "core/FailureLog.h"
 #include "platform/Platform.h"
 #include "runtime/FormStack.h"
 
@@ -13,7 +14,8 @@ struct Cabinet;
 
 class Application {
 public:
-    explicit Application(platform::Platform& platform);
+    // The failure log is made by the caller, who knows where standard error and the wall clock are.
+    Application(platform::Platform& platform, core::FailureLog& failures);
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;

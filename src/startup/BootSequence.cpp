@@ -37,56 +37,56 @@ void MainForm::Timer1_Timer()
     auto& settings = m_cabinet.settings;
     auto& saved = m_cabinet.saved;
 
-    core::passOver([&] { Timer1.setEnabled(false); }); // 1
-    core::passOver([&] { // 2
+    core::passOver(failures(), [&] { Timer1.setEnabled(false); }); // 1
+    core::passOver(failures(), [&] { // 2
         timScr.setEnabled(true);
         run.saverAuto = true;
     });
-    core::passOver([&] { // 3
+    core::passOver(failures(), [&] { // 3
         if (run.curPath >= 0 && run.curPath < static_cast<int>(settings.romDir.size()))
             c.lblPath.setCaption(settings.romDir[static_cast<size_t>(run.curPath)]);
     });
-    core::passOver([&] { run.curPath = 1; }); // 4
-    core::passOver([&] { config::OpenINI(m_cabinet.home, settings); }); // 5
-    core::passOver([&] { config::openCfg(m_cabinet.homeFile(config::kSavedStateFileName), saved, run.saverCount); }); // 6
-    core::passOver([&] { browser::setRes(c, run, strip, run.themesDir + saved.curSkin); }); // 7
+    core::passOver(failures(), [&] { run.curPath = 1; }); // 4
+    core::passOver(failures(), [&] { config::OpenINI(m_cabinet.home, settings); }); // 5
+    core::passOver(failures(), [&] { return config::openCfg(m_cabinet.homeFile(config::kSavedStateFileName), saved, run.saverCount); }); // 6
+    core::passOver(failures(), [&] { browser::setRes(c, run, strip, run.themesDir + saved.curSkin); }); // 7
     // 8: SetTheme, the skin's colour scheme, joins here with the themes feature.
     // 9: ReInitialize of the form scaler joins here with the screen-layout feature.
-    core::passOver([&] { // 10
+    core::passOver(failures(), [&] { // 10
         if (settings.scrH == 0) {
             settings.scrH = run.deskH;
             settings.scrW = run.deskW;
         }
     });
-    core::passOver([&] { // 11
+    core::passOver(failures(), [&] { // 11
         setHeight(runtime::pixelsToTwips(settings.scrH));
         setWidth(runtime::pixelsToTwips(settings.scrW));
     });
-    core::passOver([&] { strip.stripGap = core::roundHalfEven(strip.stripGap * width() / browser::kDesignWidth); }); // 12
-    core::passOver([&] { browser::SetListSize(c, run, strip); }); // 13
-    core::passOver([&] { scaleOn = false; }); // 14
-    core::passOver([&] { setBackColor(m_cabinet.scheme.schemeBack); }); // 15
-    core::passOver([&] { // 16
+    core::passOver(failures(), [&] { strip.stripGap = core::roundHalfEven(strip.stripGap * width() / browser::kDesignWidth); }); // 12
+    core::passOver(failures(), [&] { browser::SetListSize(c, run, strip); }); // 13
+    core::passOver(failures(), [&] { scaleOn = false; }); // 14
+    core::passOver(failures(), [&] { setBackColor(m_cabinet.scheme.schemeBack); }); // 15
+    core::passOver(failures(), [&] { // 16
         paintPicture(run.themesDir + saved.curSkin + "background.jpg", 0, 0, width(), height());
     });
-    core::passOver([&] { nav.loadLists(); }); // 17
-    core::passOver([&] { input::getKeys(m_cabinet.homeFile(input::kKeyMapFileName), m_cabinet.keys); }); // 18
-    core::passOver([&] { run.curPath = saved.lastPath.value_or(0); }); // 19
-    core::passOver([&] { nav.populateList(); }); // 20
-    core::passOver([&] { // 21
+    core::passOver(failures(), [&] { nav.loadLists(); }); // 17
+    core::passOver(failures(), [&] { return input::getKeys(m_cabinet.homeFile(input::kKeyMapFileName), m_cabinet.keys); }); // 18
+    core::passOver(failures(), [&] { run.curPath = saved.lastPath.value_or(0); }); // 19
+    core::passOver(failures(), [&] { nav.populateList(); }); // 20
+    core::passOver(failures(), [&] { // 21
         int lastIndex = saved.lastIndex.value_or(0);
         if (c.List1.listCount() >= lastIndex) {
             run.curPath = saved.lastPath.value_or(0);
             c.List1.setListIndex(lastIndex);
         }
     });
-    core::passOver([&] { // 22
+    core::passOver(failures(), [&] { // 22
         if (noListHasAGame(m_cabinet.catalogue))
             timRefreshit.setEnabled(true);
     });
     auto* blanker = stack().existing("blanker");
     auto* film = blanker ? dynamic_cast<runtime::MediaView*>(blanker->find("mpIntro")) : nullptr;
-    core::passOver([&] { // 23
+    core::passOver(failures(), [&] { // 23
         auto* timresize = blanker ? blanker->findTimer("timresize") : nullptr;
         if (blanker && film && timresize && !timresize->enabled() && film->player().playState() == platform::kStopped) {
             blanker->hide();
@@ -94,21 +94,21 @@ void MainForm::Timer1_Timer()
             setMousePointer(99);
         }
     });
-    core::passOver([&] { // 24
+    core::passOver(failures(), [&] { // 24
         if (film)
             film->player().setFileName("");
         if (blanker)
             blanker->hide();
     });
-    core::passOver([&] { // 25
+    core::passOver(failures(), [&] { // 25
         c.List1.setTop(height() + c.List1.height() + 300);
         c.List1.setLeft(width() + c.List1.width() + 300);
     });
-    core::passOver([&] { input::GetJoyKeys(m_cabinet.homeFile(input::kJoystickFileName), m_cabinet.joyMap); }); // 26
-    core::passOver([&] { browser::makeVis(c); }); // 27
-    core::passOver([&] { cabRefresh(); }); // 28
-    core::passOver([&] { setSRate(); }); // 29
-    core::passOver([&] { nav.RefreshList(); }); // 30
+    core::passOver(failures(), [&] { return input::GetJoyKeys(m_cabinet.homeFile(input::kJoystickFileName), m_cabinet.joyMap); }); // 26
+    core::passOver(failures(), [&] { browser::makeVis(c); }); // 27
+    core::passOver(failures(), [&] { cabRefresh(); }); // 28
+    core::passOver(failures(), [&] { setSRate(); }); // 29
+    core::passOver(failures(), [&] { nav.RefreshList(); }); // 30
 }
 
 } // namespace ombrel::startup

@@ -39,7 +39,7 @@ void MainForm::shootinput(int theindex)
     if (theindex >= 0 && theindex < input::kJoyControls)
         command = input::joyCommand(m_cabinet.joyMap.joyKeys[static_cast<size_t>(theindex)]);
     if (command) {
-        core::passOver([&] {
+        core::passOver(failures(), [&] {
             switch (*command) {
             case LogicalCommand::Select:
                 timScr.setEnabled(false);

@@ -77,7 +77,7 @@ void MainForm::Form_KeyDown(int keyCode, int shift)
             timer.setEnabled(true);
         }
     };
-    core::passOver([&] {
+    core::passOver(failures(), [&] {
         switch (*command) {
         case LogicalCommand::Info: {
             runtime::Form& info = stack().form("Info");
@@ -131,16 +131,16 @@ void MainForm::Form_KeyUp(int, int)
 {
     // Releasing any key stops every repeat, so of two movement keys held together, letting go of
     // either stops both.
-    core::passOver([&] {
+    core::passOver(failures(), [&] {
         for (runtime::Timer* timer : { &timdown, &timUp, &timleft, &timright, &timNp, &timPp })
             timer->setEnabled(false);
     });
-    core::passOver([&] {
+    core::passOver(failures(), [&] {
         timScr.setEnabled(true);
         m_cabinet.run.saverCount = m_cabinet.saved.saverDelay;
     });
     // The pictures and the click of the row the selection came to rest on.
-    core::passOver([&] { cabRefresh(); });
+    core::passOver(failures(), [&] { cabRefresh(); });
 }
 
 void MainForm::timUp_Timer()
@@ -148,9 +148,9 @@ void MainForm::timUp_Timer()
     auto& list = c.List1;
     // Held against the top of the list, the key loads nothing.
     if (list.listCount() > 0 && list.listIndex() != 0) {
-        core::passOver([&] { list.setListIndex(list.listIndex() - 1); });
-        core::passOver([&] { nav.RefreshList(); });
-        core::passOver([&] { cabRefresh(); });
+        core::passOver(failures(), [&] { list.setListIndex(list.listIndex() - 1); });
+        core::passOver(failures(), [&] { nav.RefreshList(); });
+        core::passOver(failures(), [&] { cabRefresh(); });
     }
 }
 
@@ -158,38 +158,38 @@ void MainForm::timdown_Timer()
 {
     auto& list = c.List1;
     if (list.listCount() >= 1 && list.listIndex() != list.listCount() - 1) {
-        core::passOver([&] { list.setListIndex(list.listIndex() + 1); });
-        core::passOver([&] { nav.RefreshList(); });
-        core::passOver([&] { cabRefresh(); });
+        core::passOver(failures(), [&] { list.setListIndex(list.listIndex() + 1); });
+        core::passOver(failures(), [&] { nav.RefreshList(); });
+        core::passOver(failures(), [&] { cabRefresh(); });
     }
 }
 
 void MainForm::timleft_Timer()
 {
-    core::passOver([&] { nav.gPrevPage(); });
-    core::passOver([&] { nav.RefreshList(); });
-    core::passOver([&] { cabRefresh(); });
+    core::passOver(failures(), [&] { nav.gPrevPage(); });
+    core::passOver(failures(), [&] { nav.RefreshList(); });
+    core::passOver(failures(), [&] { cabRefresh(); });
 }
 
 void MainForm::timright_Timer()
 {
-    core::passOver([&] { nav.gNextPage(); });
-    core::passOver([&] { nav.RefreshList(); });
-    core::passOver([&] { cabRefresh(); });
+    core::passOver(failures(), [&] { nav.gNextPage(); });
+    core::passOver(failures(), [&] { nav.RefreshList(); });
+    core::passOver(failures(), [&] { cabRefresh(); });
 }
 
 void MainForm::timNp_Timer()
 {
-    core::passOver([&] { nav.gNextPath(); });
-    core::passOver([&] { nav.RefreshList(); });
-    core::passOver([&] { cabRefresh(); });
+    core::passOver(failures(), [&] { nav.gNextPath(); });
+    core::passOver(failures(), [&] { nav.RefreshList(); });
+    core::passOver(failures(), [&] { cabRefresh(); });
 }
 
 void MainForm::timPp_Timer()
 {
-    core::passOver([&] { nav.gPrevPath(); });
-    core::passOver([&] { nav.RefreshList(); });
-    core::passOver([&] { cabRefresh(); });
+    core::passOver(failures(), [&] { nav.gPrevPath(); });
+    core::passOver(failures(), [&] { nav.RefreshList(); });
+    core::passOver(failures(), [&] { cabRefresh(); });
 }
 
 void MainForm::setSRate()
@@ -236,13 +236,13 @@ void MainForm::timScr_Timer()
         return;
     run.saverAuto = true;
     timScr.setEnabled(false);
-    core::passOver([&] {
+    core::passOver(failures(), [&] {
         runtime::Form& saver = stack().form("ScreenSav");
         saver.setHeight(height());
         saver.setWidth(width());
         saver.show();
     });
-    core::passOver([&] { hide(); });
+    core::passOver(failures(), [&] { hide(); });
 }
 
 void MainForm::startSaverNow()
@@ -259,24 +259,22 @@ void MainForm::SaveCfg()
     saved.lastPath = core::toInteger(m_cabinet.run.curPath).value_or(0);
     const std::string path = m_cabinet.homeFile(config::kSavedStateFileName);
     const std::string error = config::saveCfg(m_cabinet.platform.files, path, saved);
+    failures().note(error);
     stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
-    if (!error.empty())
-        std::cerr << "ombrel: " << error << "\n";
 }
 
 void MainForm::exitCommand()
 {
     auto& cabinet = m_cabinet;
     // The key map is saved on every exit, whether it changed or not.
-    core::passOver([&] {
+    core::passOver(failures(), [&] {
         const std::string path = cabinet.homeFile(input::kKeyMapFileName);
         const std::string error = input::saveKeys(cabinet.platform.files, path, cabinet.keys);
+        failures().note(error);
         stack().trace("file write " + stack().relative(path) + (error.empty() ? "" : " failed"));
-        if (!error.empty())
-            std::cerr << "ombrel: " << error << "\n";
     });
-    core::passOver([&] { SaveCfg(); });
-    core::passOver([&] {
+    core::passOver(failures(), [&] { SaveCfg(); });
+    core::passOver(failures(), [&] {
         if (!cabinet.saved.muted) {
             platform::MediaPlayer& player = mpFX.player();
             player.setFileName(
@@ -302,8 +300,8 @@ void MainForm::timfx_Timer()
     // FIXME: KillDisplay, taking the screen down, joins here with the screen-layout feature.
     // The picture goes back from the TV output to the monitor.
     if (settings.tvOut)
-        core::passOver([&] { launch::startMonitor(m_cabinet.platform.keys); });
-    core::passOver([&] {
+        core::passOver(failures(), [&] { launch::startMonitor(m_cabinet.platform.keys); });
+    core::passOver(failures(), [&] {
         // Only the widths tell whether the mode was changed at start.
         if (run.deskW != settings.scrW)
             system::restoreRes(m_cabinet.platform.display, run.deskW, run.deskH, settings.deskBits,

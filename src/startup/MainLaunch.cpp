@@ -6,6 +6,7 @@
 #include "launch/EmulatorDispatch.h"
 #include "launch/KeySimulation.h"
 #include "launch/LaunchContext.h"
+#include "core/PassOver.h"
 #include "launch/ReturnFromGame.h"
 #include "startup/Cabinet.h"
 
@@ -54,10 +55,7 @@ void MainForm::List1_DblClick()
     timfx.setEnabled(false);
     platform::MediaPlayer& player = mpFX.player();
     player.setFileName(browser::skinFile(cabinet.platform.files, cabinet.run, cabinet.saved, kStartSound));
-    try {
-        player.play();
-    } catch (const std::exception&) {
-    }
+    core::passOver(failures(), [&] { player.play(); });
     // A start sound that is missing or cannot be played never reports its end, and SELECT would do
     // nothing: the game starts at once instead.
     if (player.playState() != platform::kPlaying)

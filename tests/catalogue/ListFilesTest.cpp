@@ -160,6 +160,7 @@ TEST_F(ListFilesTest, ExtrasRecords)
         std::string fileName;
         std::string text;
         Rows expected;
+        std::string failure = {}; // what the reading says for the failure log
     };
     const std::string record
         = "{\r\nExe=game.exe\r\nDisplay=My Game\r\nPath=c:\\games\\\r\nOptions= -full \r\n}\r\n";
@@ -175,7 +176,8 @@ TEST_F(ListFilesTest, ExtrasRecords)
             { { "game.exe", "My Game", "c:\\games\\", "-full" }, { "b.exe", "B", "", "" } } },
         { "a record cut short keeps the ones before it", "extra.lst",
             record + "{\r\nExe=c.exe\r\nDisplay=C\r\n",
-            { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
+            { { "game.exe", "My Game", "c:\\games\\", "-full" } },
+            "extra.lst line 10: the file ends too early" },
         { "the file in another case", "EXTRA.LST", record,
             { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
     };
@@ -187,7 +189,7 @@ TEST_F(ListFilesTest, ExtrasRecords)
         CatalogueContext context { settings, state, fresh, files, caseHome.path() };
         caseHome.write(c.fileName, c.text);
         state.curPath = config::kExtrasPath;
-        catalogue::makeArrays(context, "Extra.lst");
+        EXPECT_EQ(catalogue::makeArrays(context, "Extra.lst"), c.failure);
         EXPECT_TRUE(state.fileFound);
         EXPECT_EQ(rowsOf(fresh.extras), c.expected);
     }

@@ -3,6 +3,7 @@
 #include "replay/ReplayDriver.h"
 
 #include "TempHome.h"
+#include "core/FailureLog.h"
 #include "platform/Power.h"
 #include "platform/fake/FakeFonts.h"
 #include "platform/fake/FakeImages.h"
@@ -13,6 +14,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <memory>
 #include <sstream>
 
@@ -105,7 +107,9 @@ protected:
     fake::FakeRenderer renderer;
     fake::FakeFonts fonts;
     fake::FakeImages images;
-    runtime::FormStack forms { runtime::FormServices { loop, trace, fonts, images, files, renderer, "" } };
+    core::FailureLog failures { "", std::cerr };
+    runtime::FormStack forms { runtime::FormServices {
+        loop, trace, fonts, images, files, renderer, "", failures } };
     std::unique_ptr<ReplayDriver> driver;
     std::vector<std::string> log;
     std::string dumpText;

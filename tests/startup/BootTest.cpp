@@ -171,6 +171,28 @@ TEST_F(BootTest, WithoutSavedStateNoListIsShownUntilThePlayerMoves)
     EXPECT_EQ(main.c.List1.listCount(), 100);
 }
 
+TEST_F(BootTest, FailuresPassedOverAreLoggedOnceWithTheirFile)
+{
+    cab.write({ .keyFile = false });
+    std::filesystem::remove(cab.home.root() / "l 2.lst");
+    cab.home.write("l 2.lst/not a list", "");
+    cab.boot();
+    cab.main().nav.loadLists(); // the same failures again, from the same places
+    EXPECT_TRUE(cab.cabinet().catalogue.list(2)->at(1, 1).empty());
+    EXPECT_EQ(cab.cabinet().keys.keyConfig, 9) << "without a key map, Tab opens the menu";
+    const std::string log = cab.home.read("ombrel.log");
+    const std::string keyFile = "omkeys.cfg: cannot open " + cab.home.path() + "omkeys.cfg (";
+    for (const std::string& cause : { keyFile, std::string("l 2.lst: cannot be read (") }) {
+        size_t at = log.find(cause);
+        EXPECT_NE(at, std::string::npos) << log;
+        EXPECT_EQ(log.find(cause, at + 1), std::string::npos) << log;
+    }
+    // Standard error has the same lines, each behind "ombrel: ".
+    const auto lines = static_cast<size_t>(std::count(log.begin(), log.end(), '\n'));
+    EXPECT_EQ(cab.failureEcho.str().size(), log.size() + lines * std::string("ombrel: ").size());
+    EXPECT_FALSE(tracedStartingWith("file write ombrel.log")) << "the log is no effect of the trace";
+}
+
 TEST_F(BootTest, ALastIndexPastTheListLeavesTheSelectionOnTheFirstGame)
 {
     cab.write({ .listSizes = { 3 } });

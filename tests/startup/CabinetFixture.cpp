@@ -80,7 +80,7 @@ void CabinetFixture::write(const CabinetSetup& setup)
 
 void CabinetFixture::start()
 {
-    m_app = std::make_unique<startup::Application>(platform);
+    m_app = std::make_unique<startup::Application>(platform, failures);
     m_app->start();
 }
 

@@ -6,6 +6,7 @@
 #include "RuntimeFixture.h"
 #include "TempHome.h"
 
+#include "core/FailureLog.h"
 #include "platform/Platform.h"
 #include "platform/fake/FakeCursor.h"
 #include "platform/fake/FakeDisplayMode.h"
@@ -20,6 +21,7 @@
 #include "startup/MainForm.h"
 
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -107,6 +109,8 @@ public:
     platform::fake::FakeFonts fonts;
     platform::fake::FakeImages images;
     platform::Platform platform;
+    std::ostringstream failureEcho; // standard error of the failure log
+    core::FailureLog failures { home.path() + core::kFailureLogFileName, failureEcho };
 
 private:
     std::unique_ptr<startup::Application> m_app;

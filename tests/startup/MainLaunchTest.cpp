@@ -22,11 +22,14 @@ TEST(MainLaunchTest, ProgramThatCannotStart)
         int path;
         std::string launch; // the trace line of the start
         bool timed;
+        std::string logged; // the failure log's line
     };
     const Case cases[] = {
         // Path 1's program is the settings' default, in no folder; the ROM and the empty options follow.
-        { "user path", 1, "launch mame.exe g1_001  | in  failed", false },
-        { "modeler", 22, "launch emus/modeler/modeler.exe | in emus/modeler/ failed", true },
+        { "user path", 1, "launch mame.exe g1_001  | in  failed", false,
+            "launch \"mame.exe g1_001 \" in \"\": could not be started (" },
+        { "modeler", 22, "launch emus/modeler/modeler.exe | in emus/modeler/ failed", true,
+            "launch \"emus/modeler/modeler.exe\" in \"emus/modeler/\": could not be started (" },
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
@@ -46,6 +49,7 @@ TEST(MainLaunchTest, ProgramThatCannotStart)
         fx.release(kEnter);
         EXPECT_EQ(fx.countSinceMark(row.launch), 1);
         EXPECT_EQ(fx.countSinceMark("process exit 1"), 0);
+        EXPECT_NE(fx.home.read("ombrel.log").find(row.logged), std::string::npos) << fx.home.read("ombrel.log");
         auto& main = fx.main();
         EXPECT_TRUE(fx.active("Main"));
         EXPECT_EQ(main.enabled(), !row.timed);

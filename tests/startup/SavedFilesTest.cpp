@@ -51,9 +51,8 @@ TEST(SavedFilesTest, AKeyMapLinkThatLeadsNowhereIsKeptAndTold)
 
     // The key map could not be read, so the exit has no key yet; the player would define one.
     fx.cabinet().keys.keyExit = vk::kEsc;
-    ::testing::internal::CaptureStderr();
     fx.tap(vk::kEsc);
-    const std::string err = ::testing::internal::GetCapturedStderr();
+    const std::string err = fx.failureEcho.str();
 
     EXPECT_EQ(fx.countSinceMark("file write omkeys.cfg failed"), 1);
     EXPECT_EQ(fx.countSinceMark("file write ombrel.cfg"), 1) << "the saved state is written all the same";

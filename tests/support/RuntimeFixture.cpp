@@ -4,7 +4,7 @@
 namespace ombrel::test {
 
 RuntimeFixture::RuntimeFixture()
-    : forms(runtime::FormServices { loop, trace, fonts, images, files, renderer, "" })
+    : forms(runtime::FormServices { loop, trace, fonts, images, files, renderer, "", failures })
 {
     loop.setSource(&source);
     loop.setInputHandler([this](const runtime::InputEvent& event) { forms.dispatch(event); });

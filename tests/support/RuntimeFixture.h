@@ -2,6 +2,7 @@
 // stack over them; tests push input, move time and read what was traced.
 #pragma once
 
+#include "core/FailureLog.h"
 #include "platform/Files.h"
 #include "platform/fake/FakeFonts.h"
 #include "platform/fake/FakeImages.h"
@@ -12,6 +13,7 @@
 #include "runtime/FormStack.h"
 #include "runtime/Trace.h"
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -68,6 +70,8 @@ public:
     platform::fake::FakeImages images;
     platform::DiskFiles files;
     platform::fake::FakeRenderer renderer;
+    std::ostringstream failureText; // what the failure log writes; it has no file
+    core::FailureLog failures { "", failureText };
     runtime::FormStack forms;
 };
 

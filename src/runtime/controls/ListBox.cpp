@@ -37,7 +37,7 @@ std::string ListBox::list(int index) const
 void ListBox::setListIndex(int index)
 {
     if (index < -1 || index >= listCount())
-        throw InvalidValue("Invalid property value");
+        throw InvalidValue(name() + ".ListIndex: Invalid property value");
     if (index == m_listIndex)
         return;
     m_listIndex = index;
