@@ -17,7 +17,7 @@ constexpr std::array<int, 4> kExtrasColumns { 5, 9, 6, 9 };
 
 std::optional<core::FieldReader> openInHome(const CatalogueContext& ctx, const std::string& name)
 {
-    auto found = ctx.files.resolve(ctx.home + name);
+    auto found = ctx.files.resolveFile(ctx.home + name);
     if (!found)
         return std::nullopt;
     return core::FieldReader::open(*found);
@@ -85,7 +85,7 @@ bool readGameList(const CatalogueContext& ctx)
 void makeArrays(const CatalogueContext& ctx, const std::string& dirdb)
 {
     std::string path = ctx.home + dirdb;
-    auto found = ctx.files.resolve(path);
+    auto found = ctx.files.resolveFile(path);
     if (!found) {
         // Opened for appending, so a file that appeared in the meantime is never cut short.
         std::ofstream create(platform::toNativePath(path), std::ios::binary | std::ios::app);
@@ -136,7 +136,7 @@ void InputExtras(const CatalogueContext& ctx)
 
 void CheckForExtras(const CatalogueContext& ctx, const std::string& path)
 {
-    ctx.run.fileFound = ctx.files.exists(path);
+    ctx.run.fileFound = ctx.files.fileExists(path);
 }
 
 } // namespace ombrel::catalogue

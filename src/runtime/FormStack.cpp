@@ -392,7 +392,7 @@ void FormStack::paintIfChanged()
 
 std::optional<FormStack::Picture> FormStack::loadPicture(const std::string& path) const
 {
-    auto resolved = m_services.files.resolve(path);
+    auto resolved = m_services.files.resolveFile(path);
     if (!resolved)
         return std::nullopt;
     auto size = m_services.images.probe(*resolved);

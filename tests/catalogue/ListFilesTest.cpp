@@ -139,6 +139,9 @@ TEST_F(ListFilesTest, MissingFileIsCreatedEmptyAndAnotherCaseIsRead)
     settings.romDir[3] = "r\\";
     settings.romDir[4] = "r\\";
     home.write("L 4.LST", "a,A\r\n");
+    settings.romDir[5] = "r\\";
+    home.write("L 5.LST", "b,B\r\n");
+    home.write("l 5.lst/keep", ""); // a folder in the file's place is not the file
 
     run.curPath = 3;
     catalogue::makeArrays(ctx(), "l 3.lst");
@@ -150,6 +153,10 @@ TEST_F(ListFilesTest, MissingFileIsCreatedEmptyAndAnotherCaseIsRead)
     EXPECT_FALSE(home.exists("l 4.lst")) << "a file present in another case must not get a twin";
     EXPECT_EQ(home.read("L 4.LST"), "a,A\r\n");
     EXPECT_EQ(rowsOf(catalogue.games[4]), (Rows { { "a", "A" } }));
+
+    run.curPath = 5;
+    catalogue::makeArrays(ctx(), "l 5.lst");
+    EXPECT_EQ(rowsOf(catalogue.games[5]), (Rows { { "b", "B" } }));
 }
 
 TEST_F(ListFilesTest, ExtrasRecords)
@@ -178,6 +185,7 @@ TEST_F(ListFilesTest, ExtrasRecords)
             { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
         { "the file in another case", "EXTRA.LST", record,
             { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
+        { "a folder of that name is no file", "extra.lst/{", record, {} },
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -188,7 +196,7 @@ TEST_F(ListFilesTest, ExtrasRecords)
         caseHome.write(c.fileName, c.text);
         state.curPath = config::kExtrasPath;
         catalogue::makeArrays(context, "Extra.lst");
-        EXPECT_TRUE(state.fileFound);
+        EXPECT_EQ(state.fileFound, !c.expected.empty());
         EXPECT_EQ(rowsOf(fresh.extras), c.expected);
     }
 }

@@ -192,7 +192,6 @@ TEST_F(RomScanTest, PlayerSeesTheMessageAndTheFolderBeingScanned)
     settings.romDir[3] = "d:\\mame\\roms\\";
     scan->CheckForFiles();
     // The scan gives the event loop no turn: what was painted is the last frame the renderer got.
-    // Labels wrap their captions, so the frame's lines are joined again.
     std::string shown;
     for (const runtime::DrawCommand& command : fx.renderer.lastFrame())
         shown += command.text.empty() ? "" : command.text + " ";

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -65,6 +66,34 @@ TEST_F(DiskFilesTest, PrefersTheNameAsWritten)
     m_home.write("Roms/y.zip", "y");
     EXPECT_EQ(m_files.resolve(home() + "roms/x.zip"), home() + "roms/x.zip");
     EXPECT_EQ(m_files.resolve(home() + "Roms/y.zip"), home() + "Roms/y.zip");
+}
+
+TEST_F(DiskFilesTest, AFileLookUpFindsFilesOnly)
+{
+    m_home.write("roms/galaga.zip/inner", "");
+    m_home.write("roms/Dkong.zip/inner", "");
+    m_home.write("roms/DKONG.ZIP", "d");
+    std::filesystem::create_symlink("x.zip", m_home.root() / "roms/link.zip");
+    std::filesystem::create_symlink("galaga.zip", m_home.root() / "roms/linkdir.zip");
+    std::filesystem::create_symlink("gone.zip", m_home.root() / "roms/dangling.zip");
+    const std::pair<const char*, std::optional<std::string>> rows[] = {
+        { "roms/x.zip", "roms/x.zip" },
+        { "roms/galaga.zip", std::nullopt }, // a folder in a file's place
+        { "roms/dkong.zip", "roms/DKONG.ZIP" }, // the folder Dkong.zip/ is passed over
+        { "roms/link.zip", "roms/link.zip" },
+        { "roms/linkdir.zip", std::nullopt },
+        { "roms/dangling.zip", std::nullopt },
+        { "roms/x.zip/", std::nullopt },
+        { "roms", std::nullopt },
+    };
+    for (const auto& [asked, found] : rows) {
+        SCOPED_TRACE(asked);
+        EXPECT_EQ(m_files.resolveFile(home() + asked), found ? std::optional(home() + *found) : std::nullopt);
+    }
+    EXPECT_TRUE(m_files.exists(home() + "roms/galaga.zip"));
+    const std::vector<std::string> files { "DKONG.ZIP", "link.zip", "x.zip" };
+    EXPECT_EQ(m_files.listFiles(home() + "ROMS"), files);
+    EXPECT_EQ(m_files.listFiles(home() + "missing"), std::vector<std::string> {});
 }
 
 TEST_F(DiskFilesTest, ListsAFolderInNameOrder)
