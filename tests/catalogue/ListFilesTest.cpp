@@ -198,6 +198,8 @@ TEST_F(ListFilesTest, ExtrasRecords)
         catalogue::makeArrays(context, "Extra.lst");
         EXPECT_EQ(state.fileFound, !c.expected.empty());
         EXPECT_EQ(rowsOf(fresh.extras), c.expected);
+        catalogue::CheckForExtras(context, caseHome.path() + "extra.lst");
+        EXPECT_EQ(state.fileFound, !c.expected.empty());
     }
 }
 
