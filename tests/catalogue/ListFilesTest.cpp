@@ -194,12 +194,12 @@ TEST_F(ListFilesTest, ExtrasRecords)
         config::RunState state;
         CatalogueContext context { settings, state, fresh, files, caseHome.path() };
         caseHome.write(c.fileName, c.text);
+        catalogue::CheckForExtras(context, caseHome.path() + "extra.lst");
+        EXPECT_EQ(state.fileFound, !c.expected.empty());
         state.curPath = config::kExtrasPath;
         catalogue::makeArrays(context, "Extra.lst");
         EXPECT_EQ(state.fileFound, !c.expected.empty());
         EXPECT_EQ(rowsOf(fresh.extras), c.expected);
-        catalogue::CheckForExtras(context, caseHome.path() + "extra.lst");
-        EXPECT_EQ(state.fileFound, !c.expected.empty());
     }
 }
 
