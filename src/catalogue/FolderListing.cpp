@@ -89,13 +89,13 @@ FolderListing::FolderListing(platform::Files& files, std::string folder)
 {
     // The folder and the name are joined as text: what stands behind the last separator belongs to
     // every name.
-    const std::string native = platform::toNativePath(m_folder);
     // A damaged folder value the disk can find nothing by is never asked about, neither for the
     // listing nor game by game.
-    if (platform::tooLongToExist(native)) {
+    if (platform::tooLongToExist(m_folder)) {
         m_nothing = true;
         return;
     }
+    const std::string native = platform::toNativePath(m_folder);
     const size_t slash = native.rfind('/');
     const size_t split = slash == std::string::npos ? 0 : slash + 1;
     m_lead = native.substr(split);

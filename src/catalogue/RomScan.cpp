@@ -147,11 +147,13 @@ void RomScan::makeListFiles()
     if (!secondU64Pass)
         scanCount = 1;
 
-    // The folder is looked at once for the whole walk, however long its text.
-    const FolderListing& listing = listingOf(onDisk(run.scanDir));
+    // The folder is looked at once for the whole walk; a damaged value that no file can be found by
+    // is not even copied.
+    const FolderListing* listing
+        = platform::tooLongToExist(run.scanDir) ? nullptr : &listingOf(onDisk(run.scanDir));
     const std::string ending = endingFor(listFile);
     while (!gameList.at(run.gi, 1).empty()) {
-        run.fileFound = listing.contains(gameList.at(run.gi, 1) + ending);
+        run.fileFound = listing != nullptr && listing->contains(gameList.at(run.gi, 1) + ending);
         addFind();
         ++run.gi;
         // A master list filled to its last row has no empty row to end the walk: the walk runs off

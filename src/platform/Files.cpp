@@ -102,8 +102,8 @@ bool tooLongToExist(std::string_view native)
     size_t length = 0;
     size_t name = 0;
     for (size_t i = 0; i < native.size(); ++i) {
-        const bool separator = native[i] == '/';
-        if (separator && i > 0 && native[i - 1] == '/')
+        const bool separator = native[i] == '/' || native[i] == '\\';
+        if (separator && i > 0 && (native[i - 1] == '/' || native[i - 1] == '\\'))
             continue;
         name = separator ? 0 : name + 1;
         if (name > kMaxName || ++length > kMaxPath)
@@ -125,8 +125,10 @@ std::optional<std::string> DiskFiles::resolveFile(const std::string& path) { ret
 
 std::optional<std::string> DiskFiles::resolveAs(const std::string& path, bool fileOnly)
 {
+    if (tooLongToExist(path))
+        return std::nullopt;
     std::string native = toNativePath(path);
-    if (native.empty() || tooLongToExist(native))
+    if (native.empty())
         return std::nullopt;
     if (fileOnly ? fileOnDisk(native) : existsOnDisk(native))
         return native;

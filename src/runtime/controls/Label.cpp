@@ -98,12 +98,14 @@ void Label::relayout() { ++m_generation; }
 
 const std::vector<std::string>& Label::lines() const
 {
-    const int boxWidth = twipsToPixels(width());
-    const int boxHeight = twipsToPixels(height());
+    const bool growsAcross = m_autoSize && !m_wordWrap;
+    // Only the sides that do not grow with the text shape the lines, so the box that fit() gives the
+    // label does not lay it out again.
+    const int boxWidth = growsAcross ? -1 : twipsToPixels(width());
+    const int boxHeight = m_autoSize ? -1 : twipsToPixels(height());
     if (m_layout.generation == m_generation && m_layout.width == boxWidth && m_layout.height == boxHeight)
         return m_layout.lines;
     auto& fonts = form().stack().services().fonts;
-    const bool growsAcross = m_autoSize && !m_wordWrap;
     const int maxWidth = growsAcross ? -1 : boxWidth;
     const int lineHeight = std::max(1, fonts.lineHeight(m_font));
     TextView view;
@@ -113,7 +115,11 @@ const std::vector<std::string>& Label::lines() const
     // shows the lines that start inside it.
     const int shownHeight = m_autoSize ? kMaxShownPixels : std::clamp(boxHeight, 0, kMaxShownPixels);
     view.maxLines = std::max(1, (shownHeight + lineHeight - 1) / lineHeight);
-    m_layout.lines = layoutLines(fonts, m_font, core::toDisplayText(m_caption), maxWidth, view);
+    // Most captions are UTF-8 already and are laid out where they lie.
+    if (core::isValidUtf8(m_caption))
+        m_layout.lines = layoutLines(fonts, m_font, m_caption, maxWidth, view);
+    else
+        m_layout.lines = layoutLines(fonts, m_font, core::toDisplayText(m_caption), maxWidth, view);
     m_layout.generation = m_generation;
     m_layout.width = boxWidth;
     m_layout.height = boxHeight;

@@ -35,8 +35,10 @@ size_t lastChars(std::string_view text, size_t count)
 std::string_view nextParagraph(std::string_view text, size_t& pos)
 {
     const size_t start = pos;
-    const size_t end = text.find_first_of("\r\n", start);
-    if (end == std::string_view::npos) {
+    size_t end = start;
+    while (end < text.size() && text[end] != '\r' && text[end] != '\n')
+        ++end;
+    if (end == text.size()) {
         pos = text.size() + 1;
         return text.substr(start);
     }
