@@ -87,14 +87,14 @@ FolderListing::FolderListing(platform::Files& files, std::string folder)
     : m_files(files)
     , m_folder(std::move(folder))
 {
-    // The folder and the name are joined as text: what stands behind the last separator belongs to
-    // every name.
     // A damaged folder value the disk can find nothing by is never asked about, neither for the
     // listing nor game by game.
     if (platform::tooLongToExist(m_folder)) {
         m_nothing = true;
         return;
     }
+    // The folder and the name are joined as text: what stands behind the last separator belongs to
+    // every name.
     const std::string native = platform::toNativePath(m_folder);
     const size_t slash = native.rfind('/');
     const size_t split = slash == std::string::npos ? 0 : slash + 1;

@@ -93,7 +93,7 @@ std::optional<std::string> resolveBelow(
 
 } // namespace
 
-bool tooLongToExist(std::string_view native)
+bool tooLongToExist(std::string_view path)
 {
     // NOTE: the limits of Linux (NAME_MAX, PATH_MAX); a look-up by a longer name fails on any of its
     // file systems, as does a listing compared against it.
@@ -101,9 +101,9 @@ bool tooLongToExist(std::string_view native)
     constexpr size_t kMaxPath = 4095;
     size_t length = 0;
     size_t name = 0;
-    for (size_t i = 0; i < native.size(); ++i) {
-        const bool separator = native[i] == '/' || native[i] == '\\';
-        if (separator && i > 0 && (native[i - 1] == '/' || native[i - 1] == '\\'))
+    for (size_t i = 0; i < path.size(); ++i) {
+        const bool separator = path[i] == '/' || path[i] == '\\';
+        if (separator && i > 0 && (path[i - 1] == '/' || path[i - 1] == '\\'))
             continue;
         name = separator ? 0 : name + 1;
         if (name > kMaxName || ++length > kMaxPath)

@@ -49,6 +49,6 @@ std::string toNativePath(const std::string& path);
 // Whether a path ('/' or '\\' between names) is too long for the system to find anything by it: a name longer
 // than a folder entry can be, or the whole, runs of separators counted once, longer than a path can be.
 // Costs one look at each byte, so a damaged 50 MB folder value is dismissed at once.
-bool tooLongToExist(std::string_view native);
+bool tooLongToExist(std::string_view path);
 
 } // namespace ombrel::platform
