@@ -151,42 +151,6 @@ TEST_F(RomScanTest, UltraSixtyFourListsTheFirstFoldersFindsThenTheSecondsAndTheR
     EXPECT_EQ(home.read("l23.lst"), lines({ { "ki", "Killer Instinct" }, { "ki", "Killer Instinct" }, { "gex", "Gex" } }));
 }
 
-TEST_F(RomScanTest, ListsAreThoseOfALookUpOfEachGameOnDisk)
-{
-    // Mixed-case names on both sides, a folder written in another case than the disk's, games in two
-    // folders at once.
-    Games games;
-    for (int i = 0; i < 300; ++i) {
-        std::string rom = "Game" + std::to_string(i);
-        if (i % 3 == 0)
-            rom = "GAME" + std::to_string(i) + "b";
-        games.push_back({ rom, "Title " + std::to_string(i) });
-    }
-    master(games);
-    const std::vector<std::string> folders { "roms/a/", "roms/B/" };
-    for (int i = 0; i < 300; ++i) {
-        std::string file = "game" + std::to_string(i) + (i % 3 == 0 ? "B" : "") + (i % 2 ? ".ZIP" : ".zip");
-        if (i % 5 != 0)
-            touch(folders[0] + file);
-        if (i % 7 < 3)
-            touch(folders[1] + (i % 4 ? file : "other" + file));
-    }
-    settings.romDir[1] = "Roms\\A\\";
-    settings.romDir[2] = "roms\\b\\";
-
-    scan->CheckForFiles();
-    for (int list : { 1, 2 }) {
-        SCOPED_TRACE(list);
-        Games expected;
-        for (const auto& game : games) {
-            if (fx.files.exists(home.path() + settings.romDir[static_cast<size_t>(list)] + game.first + ".zip"))
-                expected.push_back(game);
-        }
-        EXPECT_GT(expected.size(), 50u);
-        EXPECT_EQ(home.read(catalogue::listFileName(list)), lines(expected));
-    }
-}
-
 TEST_F(RomScanTest, PlayerSeesTheMessageAndTheFolderBeingScanned)
 {
     master({ { "a", "Alpha" } });
