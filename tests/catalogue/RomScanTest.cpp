@@ -204,15 +204,15 @@ struct FailureRow
 TEST_F(RomScanTest, FailureRows)
 {
     const std::string held = "\"old\",\"Old Game\"\r\n";
-    auto numbered = [](int from, int to) {
+    auto numbered = [](int to) {
         Games games;
-        for (int i = from; i <= to; ++i)
+        for (int i = 1; i <= to; ++i)
             games.push_back({ "g" + std::to_string(i), "G " + std::to_string(i) });
-        return lines(games);
+        return games;
     };
     const std::vector<FailureRow> rows {
         { "an unplugged folder empties its list", 3, "\"old\",\"Old Game\"\r\n", "", true },
-        { "4999 games: the walk ends, and of the finds the first 4000 are written", 4999, "", numbered(1, 4000) },
+        { "4999 games: the walk ends, and of the finds the first 4000 are written", 4999, "", lines(numbered(4000)) },
         { "5000 games: the walk runs off the master list and nothing is written", 5000, held.c_str(), held },
         { "no master list: a list that holds games is kept", -1, held.c_str(), held },
         { "no master list: an empty list file is written again", -1, "", "" },
@@ -225,11 +225,10 @@ TEST_F(RomScanTest, FailureRows)
         cat = catalogue::Catalogue();
         catalogue::RomScan rowScan({ settings, run, cat, fx.files, fresh.path() }, *nav,
             catalogue::ScanControls { *main, *list1, *lblPath, *ll });
-        Games games;
-        for (int i = 1; i <= row.masterRows; ++i) {
-            games.push_back({ "g" + std::to_string(i), "G " + std::to_string(i) });
+        const Games games = numbered(row.masterRows);
+        for (const auto& game : games) {
             if (!row.unplugged)
-                fresh.write("roms/g" + std::to_string(i) + ".zip", "");
+                fresh.write("roms/" + game.first + ".zip", "");
         }
         if (row.masterRows >= 0) {
             fresh.write("gamelist.lst", lines(games));
