@@ -135,22 +135,10 @@ TEST_F(ProgramLookup, CommandLineGetsItsProgramAndKeepsItsArguments)
 
 TEST(WorkingFolder, RelativeAndEmptyFoldersAreTheProgramFolders)
 {
-    struct Row
-    {
-        const char* name;
-        std::string dir;
-        std::string folder;
-    };
-    const Row rows[] = {
-        { "empty", "", "/cab/" },
-        { "relativeWithBackslashes", "emu\\daphne\\", "/cab/emu/daphne/" },
-        { "relativeWithoutTrailing", "emu/sub", "/cab/emu/sub" },
-        { "absolute", "/opt/emu/", "/opt/emu/" },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(workingFolder(row.dir, "/cab/"), row.folder);
-    }
+    const std::pair<std::string, std::string> rows[] = { { "", "/cab/" }, { "emu\\daphne\\", "/cab/emu/daphne/" },
+        { "emu/sub", "/cab/emu/sub" }, { "/opt/emu/", "/opt/emu/" } };
+    for (const auto& [dir, folder] : rows)
+        EXPECT_EQ(workingFolder(dir, "/cab/"), folder) << dir;
 }
 
 } // namespace
