@@ -1,6 +1,6 @@
 // RomScanBench: the ROM scan of a full cabinet (a 4999-game master list, 27 folders of 4000 files), as
 // the front end does it (one listing per folder), against the same scan with one look-up on disk per
-// game and folder.
+// game and folder; and the scan of a cabinet whose 20 ROM folders are all empty.
 #include "catalogue/Navigation.h"
 #include "catalogue/RomScan.h"
 #include "config/Settings.h"
@@ -85,6 +85,11 @@ public:
         folders.push_back({ settings.s11Dir + "roms/", "l25.lst", ".zip" });
         folders.push_back({ settings.daphneDir, "l26.lst", ".txt" });
 
+        for (int n = 1; n <= config::kUserPaths; ++n) {
+            emptySettings.romDir[static_cast<size_t>(n)] = home + "empty" + std::to_string(n) + "/";
+            fs::create_directories(emptySettings.romDir[static_cast<size_t>(n)]);
+        }
+
         for (size_t k = 0; k < folders.size(); ++k) {
             fs::create_directories(folders[k].folder);
             int made = 0;
@@ -121,6 +126,7 @@ public:
 
     std::string home;
     config::Settings settings;
+    config::Settings emptySettings; // 20 user paths, each an empty folder
     std::vector<ScanFolder> folders;
 
 private:
@@ -147,6 +153,10 @@ BenchCabinet& cabinet()
 struct ScanHarness
 {
     explicit ScanHarness(BenchCabinet& cab)
+        : ScanHarness(cab, cab.settings)
+    {
+    }
+    ScanHarness(BenchCabinet& cab, const config::Settings& settings)
         : forms(runtime::FormServices { loop, trace, fonts, images, files, renderer, cab.home, failures })
     {
         forms.define("Main", [](runtime::FormStack& s) { return std::make_unique<runtime::Form>(s, "Main"); });
@@ -160,7 +170,7 @@ struct ScanHarness
         for (int k = 0; k < 9; ++k)
             ll->create(k);
         run.midRow = 4;
-        catalogue::CatalogueContext ctx { cab.settings, run, catalogue, files, cab.home };
+        catalogue::CatalogueContext ctx { settings, run, catalogue, files, cab.home };
         catalogue::readGameList(ctx);
         nav.emplace(ctx, catalogue::NavigationControls { main, list1, lblPath, xlogo, *ll, *lblNav, {}, {} });
         scan.emplace(ctx, *nav, catalogue::ScanControls { main, list1, lblPath, *ll });
@@ -237,7 +247,18 @@ void BM_ScanWithOneLookUpPerGame(benchmark::State& state)
         state.SkipWithError("the two scans wrote different lists");
 }
 
+void BM_ScanOfEmptyFolders(benchmark::State& state)
+{
+    BenchCabinet& cab = cabinet();
+    ScanHarness harness(cab, cab.emptySettings);
+    for (auto _ : state)
+        harness.scan->CheckForFiles();
+    if (!cab.read(catalogue::listFileName(1)).empty())
+        state.SkipWithError("an empty folder gave games");
+}
+
 BENCHMARK(BM_ScanWithFolderListings)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ScanOfEmptyFolders)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ScanWithOneLookUpPerGame)->Unit(benchmark::kMillisecond);
 
 } // namespace

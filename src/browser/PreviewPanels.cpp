@@ -7,7 +7,7 @@ std::string skinFile(platform::Files& files, const config::RunState& run, const 
     const std::string& name)
 {
     const std::string path = run.themesDir + saved.curSkin + name;
-    return files.resolve(path).value_or(platform::toNativePath(path));
+    return files.resolveFile(path).value_or(platform::toNativePath(path));
 }
 
 void cabRefresh(MainControls&, const PreviewContext& ctx)

@@ -87,6 +87,12 @@ FolderListing::FolderListing(platform::Files& files, std::string folder)
     : m_files(files)
     , m_folder(std::move(folder))
 {
+    // A damaged folder value the disk can find nothing by is never asked about, neither for the
+    // listing nor game by game.
+    if (platform::tooLongToExist(m_folder)) {
+        m_nothing = true;
+        return;
+    }
     // The folder and the name are joined as text: what stands behind the last separator belongs to
     // every name.
     const std::string native = platform::toNativePath(m_folder);
@@ -99,14 +105,14 @@ FolderListing::FolderListing(platform::Files& files, std::string folder)
         return;
     }
     for (const std::string& found : *folders) {
-        std::vector<std::string> entries = m_files.list(found.empty() ? "." : found);
-        // An empty listing may be a folder that cannot be read but whose files can still be reached
-        // by name: only the disk knows.
-        if (entries.empty()) {
+        // A folder that cannot be read may still give its files to a look-up by name: only the disk
+        // knows. One read without error that holds no file is empty, and costs nothing more.
+        std::optional<std::vector<std::string>> entries = m_files.listFiles(found.empty() ? "." : found);
+        if (!entries) {
             m_askTheDisk = true;
             return;
         }
-        for (std::string& entry : entries) {
+        for (std::string& entry : *entries) {
             m_lower.insert(lowered(entry));
             m_exact.insert(std::move(entry));
         }
@@ -115,9 +121,11 @@ FolderListing::FolderListing(platform::Files& files, std::string folder)
 
 bool FolderListing::contains(const std::string& name) const
 {
+    if (m_nothing)
+        return false;
     const std::string entry = m_lead + name;
     if (m_askTheDisk || !isPlainName(entry))
-        return m_files.exists(m_folder + name);
+        return m_files.fileExists(m_folder + name);
     return m_exact.count(entry) != 0 || m_lower.count(lowered(entry)) != 0;
 }
 

@@ -11,12 +11,12 @@
 
 namespace ombrel::catalogue {
 
-// Answers contains(name) exactly as files.exists(folder + name) would, names found without regard to
+// Answers contains(name) exactly as files.fileExists(folder + name) would, names found without regard to
 // case included, but from listings made once when it is built. The two are joined as text, as the
 // cabinet's folder values are: "roms\4" and "pacman.zip" name roms/4pacman.zip. A folder whose own name has to be found
 // without regard to case may stand for several folders on disk (ROMS/ and roms/): their listings are
 // all taken. Where a listing could not tell the truth (a name that reaches into another folder, a
-// folder that lists as empty but may only be unreadable), the disk is asked, name by name.
+// folder that could not be read), the disk is asked, name by name.
 class FolderListing
 {
 public:
@@ -33,6 +33,7 @@ private:
     std::string m_folder;
     std::string m_lead; // the folder's text behind its last separator, in front of every name
     bool m_askTheDisk = false;
+    bool m_nothing = false; // a folder text no file can be found by
     std::unordered_set<std::string> m_exact;
     std::unordered_set<std::string> m_lower; // ASCII letters lowered, as the look-up compares them
 };

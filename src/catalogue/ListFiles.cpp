@@ -17,7 +17,7 @@ constexpr std::array<int, 4> kExtrasColumns { 5, 9, 6, 9 };
 
 std::optional<core::FieldReader> openInHome(const CatalogueContext& ctx, const std::string& name)
 {
-    auto found = ctx.files.resolve(ctx.home + name);
+    auto found = ctx.files.resolveFile(ctx.home + name);
     if (!found)
         return std::nullopt;
     return core::FieldReader::open(*found);
@@ -94,7 +94,7 @@ bool readGameList(const CatalogueContext& ctx)
 std::string makeArrays(const CatalogueContext& ctx, const std::string& dirdb)
 {
     std::string path = ctx.home + dirdb;
-    auto found = ctx.files.resolve(path);
+    auto found = ctx.files.resolveFile(path);
     if (!found) {
         // Opened for appending, so a file that appeared in the meantime is never cut short.
         std::ofstream create(platform::toNativePath(path), std::ios::binary | std::ios::app);
@@ -148,7 +148,7 @@ std::string InputExtras(const CatalogueContext& ctx)
 
 void CheckForExtras(const CatalogueContext& ctx, const std::string& path)
 {
-    ctx.run.fileFound = ctx.files.exists(path);
+    ctx.run.fileFound = ctx.files.fileExists(path);
 }
 
 } // namespace ombrel::catalogue

@@ -146,8 +146,14 @@ void RomScan::makeListFiles()
     if (!secondU64Pass)
         scanCount = 1;
 
+    // The folder is looked at once for the whole walk; a damaged value that no file can be found by
+    // is not even copied.
+    const FolderListing* listing
+        = platform::tooLongToExist(run.scanDir) ? nullptr : &listingOf(onDisk(run.scanDir));
+    const std::string ending = endingFor(listFile);
     while (!gameList.at(run.gi, 1).empty()) {
-        ShowFileSystemType2(run.scanDir);
+        run.fileFound = listing != nullptr && listing->contains(gameList.at(run.gi, 1) + ending);
+        addFind();
         ++run.gi;
         // A master list filled to its last row has no empty row to end the walk: the walk runs off
         // the table and the list file is not written.
@@ -161,24 +167,30 @@ void RomScan::ShowFileSystemType2(const std::string& path)
 {
     config::RunState& run = m_ctx.run;
     const Table& gameList = m_ctx.catalogue.gameList;
-    const std::string& rom = gameList.at(run.gi, 1);
     const std::string folder = onDisk(path);
-    const std::string name = rom + endingFor(listFile);
+    const std::string name = gameList.at(run.gi, 1) + endingFor(listFile);
     // Outside a scan there is no listing to keep, and one game is cheaper asked of the disk.
-    run.fileFound = m_scanning ? listingOf(folder).contains(name) : m_ctx.files.exists(folder + name);
-    if (run.fileFound) {
-        Table& scanList = m_ctx.catalogue.scanList;
-        scanList.set(scanCount, 1, rom);
-        scanList.set(scanCount, 2, gameList.at(run.gi, 2));
-        ++scanCount;
-    }
+    run.fileFound = m_scanning ? listingOf(folder).contains(name) : m_ctx.files.fileExists(folder + name);
+    addFind();
+}
+
+void RomScan::addFind()
+{
+    config::RunState& run = m_ctx.run;
+    if (!run.fileFound)
+        return;
+    const Table& gameList = m_ctx.catalogue.gameList;
+    Table& scanList = m_ctx.catalogue.scanList;
+    scanList.set(scanCount, 1, gameList.at(run.gi, 1));
+    scanList.set(scanCount, 2, gameList.at(run.gi, 2));
+    ++scanCount;
 }
 
 void RomScan::writeListFile()
 {
     const std::string named = m_ctx.home + listFile;
     // The file that the reading of the lists finds, whatever the case of its letters.
-    const std::string path = m_ctx.files.resolve(named).value_or(platform::toNativePath(named));
+    const std::string path = m_ctx.files.resolveFile(named).value_or(platform::toNativePath(named));
     // Without a master list to walk the scan can find nothing; it must not wipe a list it cannot
     // rebuild.
     if (m_ctx.catalogue.gameList.at(1, 1).empty() && holdsGames(path))

@@ -59,6 +59,8 @@ public:
 private:
     // Sets the caption, folder and file of one list, shows them, and scans it.
     void scanOne(const std::string& caption, const std::string& folder, const std::string& file);
+    // A find of the last test (run.fileFound, master-list row run.gi) goes to scanList.
+    void addFind();
     void writeListFile();
     // A folder value as it lies on disk: a relative one is taken from the program's folder.
     std::string onDisk(const std::string& folder) const;

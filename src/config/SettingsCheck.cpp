@@ -145,7 +145,7 @@ bool programFound(platform::Files& files, const std::string& home, const std::st
     }
     for (const std::string& folder : folders) {
         for (const std::string& name : names) {
-            if (files.exists(folder + name))
+            if (files.fileExists(folder + name))
                 return true;
         }
     }
@@ -223,7 +223,7 @@ CheckedFile readAndCheck(const std::string& home, platform::Files& files, const 
     }
 
     std::string bytes;
-    std::optional<std::string> found = files.resolve(path);
+    std::optional<std::string> found = files.resolveFile(path);
     if (found && core::readFile(*found, bytes)) {
         for (int line : linesWithCommas(bytes))
             checked.findings.push_back(

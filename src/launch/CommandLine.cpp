@@ -60,22 +60,19 @@ std::vector<std::string> splitCommandLine(const std::string& line)
     std::vector<std::string> words;
     std::string word;
     bool inWord = false; // an empty pair of quotes starts a word too
-    char quote = 0;
+    bool quoted = false;
     for (const char c : line) {
-        if (quote != 0) {
-            if (c == quote)
-                quote = 0;
-            else
-                word += c;
+        if (c == '"') {
+            quoted = !quoted;
+            inWord = true;
+        } else if (quoted) {
+            word += c;
         } else if (c == ' ' || c == '\t') {
             if (inWord) {
                 words.push_back(std::move(word));
                 word.clear();
                 inWord = false;
             }
-        } else if (c == '"' || c == '\'') {
-            quote = c;
-            inWord = true;
         } else {
             word += c;
             inWord = true;
@@ -112,8 +109,8 @@ std::optional<std::vector<std::string>> resolveCommandLine(const std::string& li
         words.front() = *program;
         return words;
     }
-    // The first word grows by one written word at a time, blanks kept as written, and stops at a quote:
-    // text in quotes was grouped on purpose.
+    // The first word grows by one written word at a time, blanks kept as written, and stops at a double
+    // quote: text in quotes was grouped on purpose.
     const std::size_t start = line.find_first_not_of(kBlanks);
     std::size_t end = line.find_first_of(kBlanks, start);
     while (end != std::string::npos) {
@@ -122,7 +119,7 @@ std::optional<std::vector<std::string>> resolveCommandLine(const std::string& li
             break;
         end = line.find_first_of(kBlanks, next);
         const std::string candidate = line.substr(start, end == std::string::npos ? end : end - start);
-        if (candidate.find_first_of("\"'") != std::string::npos)
+        if (candidate.find('"') != std::string::npos)
             break;
         if (auto program = resolveProgram(candidate, programFolder, pathEnv, find)) {
             std::vector<std::string> argv { *program };

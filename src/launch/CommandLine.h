@@ -8,10 +8,13 @@
 
 namespace ombrel::launch {
 
-// Splits a command line into words as a shell would with every expansion switched off. Blanks and tabs
-// separate words; double quotes and single quotes group (and are dropped), and quoted text joins the
-// unquoted text around it into one word; an empty pair of quotes is an empty word. Everything else is
-// plain text: '\' (Windows folders), ';', '$', '`', '|', '&', '*', '~'. A quote left open runs to the end.
+// Splits a command line into words as a Windows program splits its own: the settings files come from
+// Windows, where only double quotes group. Blanks and tabs separate words; double quotes group (and are
+// dropped), and quoted text joins the unquoted text around it into one word; an empty pair of double
+// quotes is an empty word; a double quote left open runs to the end. An apostrophe is an ordinary
+// character ("Tony Hawk's Pro Skater.iso" is one word). A backslash is plain text too, even in front of
+// a double quote, unlike in Windows' own rule: cabinet folders end in one ("d:\games\"). Nothing is
+// expanded: ';', '$', '`', '|', '&', '*', '~' stay as written.
 std::vector<std::string> splitCommandLine(const std::string& line);
 
 // Looks for a file; gives back its path as it lies on disk, or nullopt when nothing runnable is there.

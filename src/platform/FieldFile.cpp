@@ -7,7 +7,7 @@ std::optional<core::FieldReader> openFieldFile(Files& files, const std::string& 
 {
     if (auto file = core::FieldReader::open(path))
         return file;
-    if (auto found = files.resolve(path))
+    if (auto found = files.resolveFile(path))
         return core::FieldReader::open(*found);
     return std::nullopt;
 }

@@ -21,6 +21,14 @@ bool existsOnDisk(const std::string& path)
     return fs::exists(path.empty() ? std::string(".") : path, error);
 }
 
+// A file, links followed: a folder, a link to one and a link to nothing are not. Nor is a device or a
+// pipe, which a reader would wait on for ever.
+bool fileOnDisk(const std::string& path)
+{
+    std::error_code error;
+    return !path.empty() && fs::is_regular_file(path, error);
+}
+
 std::string join(const std::string& folder, const std::string& name)
 {
     if (folder.empty())
@@ -57,15 +65,19 @@ std::vector<std::string> entriesOf(const std::string& folder, bool onlyExisting 
 // The path of names[index..] below folder, each name taken as written when it is there, else in any
 // case that is there.
 std::optional<std::string> resolveBelow(
-    const std::string& folder, const std::vector<std::string>& names, size_t index)
+    const std::string& folder, const std::vector<std::string>& names, size_t index, bool fileOnly)
 {
-    if (index == names.size())
-        return existsOnDisk(folder) ? std::optional<std::string>(folder) : std::nullopt;
+    if (index == names.size()) {
+        const bool found = fileOnly ? fileOnDisk(folder) : existsOnDisk(folder);
+        return found ? std::optional<std::string>(folder) : std::nullopt;
+    }
     const std::string& name = names[index];
     std::string asWritten = join(folder, name);
-    // A name that is there as written is the one meant, even if a sibling differs only in case.
-    if (name == "." || name == ".." || existsOnDisk(asWritten))
-        return resolveBelow(asWritten, names, index + 1);
+    // A name that is there as written is the one meant, even if a sibling differs only in case; for a
+    // file, only if it is one: a folder of that name leaves the siblings to be tried.
+    const bool last = index + 1 == names.size();
+    if (name == "." || name == ".." || ((last && fileOnly) ? fileOnDisk(asWritten) : existsOnDisk(asWritten)))
+        return resolveBelow(asWritten, names, index + 1, fileOnly);
     // Only a missing name costs a listing of its folder. Entries that differ from it only in case are
     // tried in name order, so the answer does not depend on the order of the disk.
     std::vector<std::string> matches;
@@ -75,13 +87,32 @@ std::optional<std::string> resolveBelow(
     }
     std::sort(matches.begin(), matches.end());
     for (const auto& match : matches) {
-        if (auto found = resolveBelow(join(folder, match), names, index + 1))
+        if (auto found = resolveBelow(join(folder, match), names, index + 1, fileOnly))
             return found;
     }
     return std::nullopt;
 }
 
 } // namespace
+
+bool tooLongToExist(std::string_view path)
+{
+    // NOTE: the limits of Linux (NAME_MAX, PATH_MAX); a look-up by a longer name fails on any of its
+    // file systems, as does a listing compared against it.
+    constexpr size_t kMaxName = 255;
+    constexpr size_t kMaxPath = 4095;
+    size_t length = 0;
+    size_t name = 0;
+    for (size_t i = 0; i < path.size(); ++i) {
+        const bool separator = path[i] == '/' || path[i] == '\\';
+        if (separator && i > 0 && (path[i - 1] == '/' || path[i - 1] == '\\'))
+            continue;
+        name = separator ? 0 : name + 1;
+        if (name > kMaxName || ++length > kMaxPath)
+            return true;
+    }
+    return false;
+}
 
 std::string toNativePath(const std::string& path)
 {
@@ -90,13 +121,22 @@ std::string toNativePath(const std::string& path)
     return native;
 }
 
-std::optional<std::string> DiskFiles::resolve(const std::string& path)
+std::optional<std::string> DiskFiles::resolve(const std::string& path) { return resolveAs(path, false); }
+
+std::optional<std::string> DiskFiles::resolveFile(const std::string& path) { return resolveAs(path, true); }
+
+std::optional<std::string> DiskFiles::resolveAs(const std::string& path, bool fileOnly)
 {
+    if (tooLongToExist(path))
+        return std::nullopt;
     std::string native = toNativePath(path);
     if (native.empty())
         return std::nullopt;
-    if (existsOnDisk(native))
+    if (fileOnly ? fileOnDisk(native) : existsOnDisk(native))
         return native;
+    // A name that ends in a separator names a folder, never a file.
+    if (fileOnly && native.back() == '/')
+        return std::nullopt;
 
     std::vector<std::string> names;
     for (size_t start = 0; start < native.size();) {
@@ -106,7 +146,7 @@ std::optional<std::string> DiskFiles::resolve(const std::string& path)
             names.push_back(native.substr(start, end - start));
         start = end + 1;
     }
-    auto found = resolveBelow(native.front() == '/' ? "/" : "", names, 0);
+    auto found = resolveBelow(native.front() == '/' ? "/" : "", names, 0, fileOnly);
     if (found && native.back() == '/' && (found->empty() || found->back() != '/'))
         *found += '/';
     return found;
@@ -129,6 +169,27 @@ std::vector<std::string> DiskFiles::list(const std::string& folder)
 std::string DiskFiles::write(const std::string& path, std::string_view bytes)
 {
     return core::writeFileAtomic(path, bytes);
+}
+
+std::optional<std::vector<std::string>> DiskFiles::listFiles(const std::string& folder)
+{
+    auto found = resolve(folder);
+    std::error_code error;
+    if (!found || !fs::is_directory(*found, error))
+        return std::vector<std::string> {};
+    // NOTE: permission is not skipped here: a folder that cannot be read must not pass for an empty
+    // one, since its files may still be reachable by name.
+    std::vector<std::string> names;
+    fs::directory_iterator it(*found, error);
+    for (; !error && it != fs::directory_iterator(); it.increment(error)) {
+        std::error_code entryError;
+        if (it->is_regular_file(entryError))
+            names.push_back(it->path().filename().string());
+    }
+    if (error)
+        return std::nullopt;
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 } // namespace ombrel::platform

@@ -21,7 +21,12 @@ public:
     }
 
     std::optional<std::string> resolve(const std::string& path) override { return m_disk.resolve(path); }
+    std::optional<std::string> resolveFile(const std::string& path) override { return m_disk.resolveFile(path); }
     std::vector<std::string> list(const std::string& folder) override { return m_disk.list(folder); }
+    std::optional<std::vector<std::string>> listFiles(const std::string& folder) override
+    {
+        return m_disk.listFiles(folder);
+    }
     std::string write(const std::string& path, std::string_view bytes) override;
 
     // The next write of file (named as the trace names it: relative to the program's folder), or of

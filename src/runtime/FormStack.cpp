@@ -394,7 +394,7 @@ void FormStack::paintIfChanged()
 std::optional<FormStack::Picture> FormStack::loadPicture(const std::string& path) const
 {
     // The callers keep the old picture; the owner finds the reason in the log.
-    auto resolved = m_services.files.resolve(path);
+    auto resolved = m_services.files.resolveFile(path);
     if (!resolved) {
         m_services.failures.note("picture " + relative(platform::toNativePath(path)) + ": no such file");
         return std::nullopt;

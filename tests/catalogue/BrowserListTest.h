@@ -33,8 +33,9 @@ protected:
         xlogo = &main->add<runtime::Image>("xlogo");
         ll.emplace(*main, "ll");
         lblNav.emplace(*main, "lblNav");
+        // Rows of the strip as the browser lays them out, wide enough for the scan's message.
         for (int k = 0; k < 5; ++k) {
-            ll->create(k);
+            ll->create(k).move(0, 240.0 * k, 7680, 240);
             lblNav->create(k);
         }
         run.midRow = 2;

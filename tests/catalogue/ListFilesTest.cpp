@@ -69,16 +69,8 @@ TEST(ListFileNames, NamesAndSwitches)
         << "either Ultra 64 folder switches it on";
     EXPECT_FALSE(catalogue::isPathActive(settings, config::kExtrasPath));
 
-    const std::vector<std::pair<int, std::string>> rows {
-        { 1, "l 1.lst" },
-        { 7, "l 7.lst" },
-        { 20, "l 20.lst" },
-        { 21, "l21.lst" },
-        { 26, "l26.lst" },
-        { 27, "extra.lst" },
-        { 0, "" },
-        { 28, "" },
-    };
+    const std::vector<std::pair<int, std::string>> rows { { 7, "l 7.lst" }, { 20, "l 20.lst" },
+        { 21, "l21.lst" }, { 26, "l26.lst" }, { 27, "extra.lst" }, { 0, "" }, { 28, "" } };
     for (const auto& [path, name] : rows) {
         SCOPED_TRACE(path);
         EXPECT_EQ(catalogue::listFileName(path), name);
@@ -139,6 +131,9 @@ TEST_F(ListFilesTest, MissingFileIsCreatedEmptyAndAnotherCaseIsRead)
     settings.romDir[3] = "r\\";
     settings.romDir[4] = "r\\";
     home.write("L 4.LST", "a,A\r\n");
+    settings.romDir[5] = "r\\";
+    home.write("L 5.LST", "b,B\r\n");
+    home.write("l 5.lst/keep", ""); // a folder in the file's place is not the file
 
     run.curPath = 3;
     catalogue::makeArrays(ctx(), "l 3.lst");
@@ -150,6 +145,10 @@ TEST_F(ListFilesTest, MissingFileIsCreatedEmptyAndAnotherCaseIsRead)
     EXPECT_FALSE(home.exists("l 4.lst")) << "a file present in another case must not get a twin";
     EXPECT_EQ(home.read("L 4.LST"), "a,A\r\n");
     EXPECT_EQ(rowsOf(catalogue.games[4]), (Rows { { "a", "A" } }));
+
+    run.curPath = 5;
+    catalogue::makeArrays(ctx(), "l 5.lst");
+    EXPECT_EQ(rowsOf(catalogue.games[5]), (Rows { { "b", "B" } }));
 }
 
 TEST_F(ListFilesTest, ExtrasRecords)
@@ -180,6 +179,7 @@ TEST_F(ListFilesTest, ExtrasRecords)
             "extra.lst line 10: the file ends too early" },
         { "the file in another case", "EXTRA.LST", record,
             { { "game.exe", "My Game", "c:\\games\\", "-full" } } },
+        { "a folder of that name is no file", "extra.lst/{", record, {} },
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -188,9 +188,11 @@ TEST_F(ListFilesTest, ExtrasRecords)
         config::RunState state;
         CatalogueContext context { settings, state, fresh, files, caseHome.path() };
         caseHome.write(c.fileName, c.text);
+        catalogue::CheckForExtras(context, caseHome.path() + "extra.lst");
+        EXPECT_EQ(state.fileFound, !c.expected.empty());
         state.curPath = config::kExtrasPath;
         EXPECT_EQ(catalogue::makeArrays(context, "Extra.lst"), c.failure);
-        EXPECT_TRUE(state.fileFound);
+        EXPECT_EQ(state.fileFound, !c.expected.empty());
         EXPECT_EQ(rowsOf(fresh.extras), c.expected);
     }
 }

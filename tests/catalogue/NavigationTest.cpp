@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -339,16 +340,15 @@ TEST_F(NavigationTest, LoadListsReadsActiveFilesAndWalksOnFromTheLast)
     // From the S11 list, empty, on round past 27 to the first list with games.
     EXPECT_EQ(run.curPath, 3);
     EXPECT_EQ(items(), Strings { "Alpha" });
-}
 
-TEST_F(NavigationTest, LoadListsWithoutMasterListLoadsNothing)
-{
-    settings.romDir[1] = "r1\\";
-    home.write("l 1.lst", "\"a\",\"Alpha\"\r\n");
+    // Without a master list nothing at all is loaded.
+    std::filesystem::remove(home.root() / "gamelist.lst");
     home.write("extra.lst", "{\r\nExe=a\r\nDisplay=A\r\nPath=\r\nOptions=\r\n}\r\n");
+    cat = catalogue::Catalogue();
+    list1->clear();
     run.curPath = 1;
     nav->loadLists();
-    EXPECT_TRUE(cat.games[1].at(1, 1).empty());
+    EXPECT_TRUE(cat.games[3].at(1, 1).empty());
     EXPECT_TRUE(cat.extras.at(1, 1).empty());
     EXPECT_EQ(run.curPath, 1);
     EXPECT_EQ(list1->listCount(), 0);

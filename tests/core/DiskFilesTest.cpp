@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -48,6 +49,34 @@ TEST(DiskFiles, FindsNamesInAnyCaseAndListsFolders)
         files.list(home.path() + "MAME\\snap\\"), (std::vector<std::string> { "PacMan.PNG", "galaga.png" }));
     EXPECT_TRUE(files.list(home.path() + "missing").empty());
     EXPECT_TRUE(files.list(home.path() + "roms/x.zip").empty());
+}
+
+TEST(DiskFiles, AFileLookUpFindsFilesOnly)
+{
+    test::TempHome home;
+    for (const char* file : { "roms/x.zip", "roms/galaga.zip/inner", "roms/Dkong.zip/inner", "roms/DKONG.ZIP" })
+        home.write(file, "x");
+    std::filesystem::create_symlink("x.zip", home.root() / "roms/link.zip");
+    std::filesystem::create_symlink("galaga.zip", home.root() / "roms/linkdir.zip");
+    std::filesystem::create_symlink("gone.zip", home.root() / "roms/dangling.zip");
+    const std::pair<const char*, std::optional<std::string>> rows[] = {
+        { "roms/x.zip", "roms/x.zip" },
+        { "roms/galaga.zip", std::nullopt }, // a folder in a file's place
+        { "roms/dkong.zip", "roms/DKONG.ZIP" }, // the folder Dkong.zip/ is passed over
+        { "roms/link.zip", "roms/link.zip" },
+        { "roms/linkdir.zip", std::nullopt },
+        { "roms/dangling.zip", std::nullopt },
+        { "roms/x.zip/", std::nullopt },
+        { "roms", std::nullopt },
+    };
+    DiskFiles files;
+    for (const auto& [asked, found] : rows) {
+        SCOPED_TRACE(asked);
+        EXPECT_EQ(files.resolveFile(home.path() + asked), found ? std::optional(home.path() + *found) : std::nullopt);
+    }
+    EXPECT_TRUE(files.exists(home.path() + "roms/galaga.zip"));
+    EXPECT_EQ(files.listFiles(home.path() + "ROMS"), (std::vector<std::string> { "DKONG.ZIP", "link.zip", "x.zip" }));
+    EXPECT_EQ(files.listFiles(home.path() + "missing"), std::vector<std::string> {});
 }
 
 } // namespace

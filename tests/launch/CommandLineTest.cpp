@@ -12,7 +12,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-TEST(SplitCommandLine, SplitsLikeAShellWithNothingExpanded)
+TEST(SplitCommandLine, SplitsAsAWindowsProgramWithNothingExpanded)
 {
     struct Row
     {
@@ -21,24 +21,24 @@ TEST(SplitCommandLine, SplitsLikeAShellWithNothingExpanded)
         Words words;
     };
     const Row rows[] = {
-        { "plain", "mame pacman", { "mame", "pacman" } },
-        { "blanksAndTabsRuns", " \tmame  \t pacman\t-skip_gameinfo ",
-            { "mame", "pacman", "-skip_gameinfo" } },
+        { "blanksAndTabsRuns", " \tmame  \t pacman\t-skip_gameinfo ", { "mame", "pacman", "-skip_gameinfo" } },
         // An empty list runs the emulator with an empty ROM name and empty options: no word for either.
         { "emptyRomAndOptions", "emu\\mame.exe  ", { "emu\\mame.exe" } },
         { "doubleQuotesGroup", "mame \"street fighter\" -x", { "mame", "street fighter", "-x" } },
-        { "singleQuotesGroup", "mame 'a  b'", { "mame", "a  b" } },
         { "quotedTextJoinsItsNeighbours", "run --rom=\"a b\"c", { "run", "--rom=a bc" } },
-        { "otherQuoteIsTextInside", "x \"it's\" 'say \"hi\"'", { "x", "it's", "say \"hi\"" } },
-        { "emptyQuotesAreEmptyWords", "mame \"\" '' x", { "mame", "", "", "x" } },
+        { "emptyQuotesAreEmptyWords", "mame \"\" x", { "mame", "", "x" } },
+        // issue "apostrophes": an extras entry must not swallow the rest of its line.
+        { "apostropheIsText", "C:\\ps\\psx.exe Tony Hawk's Pro Skater.iso -full",
+            { "C:\\ps\\psx.exe", "Tony", "Hawk's", "Pro", "Skater.iso", "-full" } },
+        { "apostrophesDoNotGroup", "mame 'a  b' '' x", { "mame", "'a", "b'", "''", "x" } },
+        { "apostropheInsideDoubleQuotes", "x \"it's here\" 'say \"hi there\"'", { "x", "it's here", "'say", "hi there'" } },
         // A quoted Windows folder ends in a backslash, which must not take the closing quote as text.
-        { "backslashIsText", "C:\\mame\\mame.exe \"C:\\roms\\\" a\\ b",
-            { "C:\\mame\\mame.exe", "C:\\roms\\", "a\\", "b" } },
-        { "shellCharactersAreText", "emu ;$HOME `ls` a|b a&b *.zip ~/x",
-            { "emu", ";$HOME", "`ls`", "a|b", "a&b", "*.zip", "~/x" } },
-        { "openQuoteRunsToTheEnd", "emu \"open  rest", { "emu", "open  rest" } },
-        { "nothing", "", {} },
-        { "onlyBlanks", " \t ", {} },
+        { "backslashIsText", "C:\\mame\\mame.exe \"C:\\roms\\\" a\\ b", { "C:\\mame\\mame.exe", "C:\\roms\\", "a\\", "b" } },
+        { "shellCharactersAreText", "emu ;$HOME `ls` a|b a&b *.zip ~/x $(rm) Bob's;`id`",
+            { "emu", ";$HOME", "`ls`", "a|b", "a&b", "*.zip", "~/x", "$(rm)", "Bob's;`id`" } },
+        { "openQuoteRunsToTheEnd", "emu \"open  it's rest", { "emu", "open  it's rest" } },
+        { "thirdQuoteOpensAgain", "emu \"a b\" c\"d e", { "emu", "a b", "cd e" } },
+        { "nothing", " \t ", {} },
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -63,6 +63,7 @@ protected:
         "/usr/games/daphne",
         "/usr/local/bin/mame",
         "/cab/My Emus/mame",
+        "/cab/Bob's Emus/mame",
         "/opt/My  Emus/mame",
         "relonly",
     };
@@ -119,7 +120,9 @@ TEST_F(ProgramLookup, CommandLineGetsItsProgramAndKeepsItsArguments)
         { "emptyRom", "emu\\mame.exe  ", Words { "/cab/emu/mame" } },
         // A folder with a blank in its name, written without quotes, as the settings join it.
         { "blankInFolder", "My Emus\\mame.exe pacman", Words { "/cab/My Emus/mame", "pacman" } },
-        { "blanksKeptAsWritten", "/opt/My  Emus/mame 'a b'", Words { "/opt/My  Emus/mame", "a b" } },
+        { "blanksKeptAsWritten", "/opt/My  Emus/mame \"a b\"", Words { "/opt/My  Emus/mame", "a b" } },
+        // An apostrophe no longer stops the search for a folder with blanks: it groups nothing.
+        { "apostropheInFolder", "Bob's Emus\\mame.exe Bob's game", Words { "/cab/Bob's Emus/mame", "Bob's", "game" } },
         { "quotedFirstWordNotExtended", "\"My\" Emus/mame x", std::nullopt },
         { "nothingFound", "no such program", std::nullopt },
         { "empty", "  ", std::nullopt },
@@ -132,22 +135,10 @@ TEST_F(ProgramLookup, CommandLineGetsItsProgramAndKeepsItsArguments)
 
 TEST(WorkingFolder, RelativeAndEmptyFoldersAreTheProgramFolders)
 {
-    struct Row
-    {
-        const char* name;
-        std::string dir;
-        std::string folder;
-    };
-    const Row rows[] = {
-        { "empty", "", "/cab/" },
-        { "relativeWithBackslashes", "emu\\daphne\\", "/cab/emu/daphne/" },
-        { "relativeWithoutTrailing", "emu/sub", "/cab/emu/sub" },
-        { "absolute", "/opt/emu/", "/opt/emu/" },
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(workingFolder(row.dir, "/cab/"), row.folder);
-    }
+    const std::pair<std::string, std::string> rows[] = { { "", "/cab/" }, { "emu\\daphne\\", "/cab/emu/daphne/" },
+        { "emu/sub", "/cab/emu/sub" }, { "/opt/emu/", "/opt/emu/" } };
+    for (const auto& [dir, folder] : rows)
+        EXPECT_EQ(workingFolder(dir, "/cab/"), folder) << dir;
 }
 
 } // namespace

@@ -111,13 +111,18 @@ TEST_F(DispatchTest, EachListStartsItsProgramWithItsCommandLineAndFolder)
     }
 }
 
-TEST_F(DispatchTest, SwitchesPickTheOtherProgram)
+TEST_F(DispatchTest, SwitchesPickTheOtherProgramAndNamesMatchWithCase)
 {
     s.impactNT = true;
     s.s11NewPlugins = true;
+    s.emuExe[1] = "Daphne.exe";
     EXPECT_EQ(dispatch(21, 1, s, c, "", "").plan->commandLine, "emus\\impact\\nt_impactemu.exe");
     EXPECT_EQ(
         dispatch(25, 1, s, c, "", "").plan->commandLine, "emus\\s11\\s11emu-newplugins.exe 5 -fullscreen");
+    const Dispatch d = dispatch(1, 1, s, c, "", "");
+    ASSERT_TRUE(d.plan);
+    EXPECT_EQ(d.plan->kind, LaunchKind::Blocking);
+    EXPECT_EQ(d.plan->commandLine, "C:\\mame\\Daphne.exe pacman  -skip_gameinfo");
 }
 
 TEST_F(DispatchTest, UltraSixtyFourGameWithoutProgramKeepsTheLastOne)
@@ -136,16 +141,7 @@ TEST_F(DispatchTest, UltraSixtyFourGameWithoutProgramKeepsTheLastOne)
     EXPECT_FALSE(d.plan);
 }
 
-TEST_F(DispatchTest, ProgramNamesMatchWithCase)
-{
-    s.emuExe[1] = "Daphne.exe";
-    const Dispatch d = dispatch(1, 1, s, c, "", "");
-    ASSERT_TRUE(d.plan);
-    EXPECT_EQ(d.plan->kind, LaunchKind::Blocking);
-    EXPECT_EQ(d.plan->commandLine, "C:\\mame\\Daphne.exe pacman  -skip_gameinfo");
-}
-
-TEST_F(DispatchTest, NoListNoLaunch)
+TEST_F(DispatchTest, NoListNoLaunchAndRowsOutsideTheListReadEmpty)
 {
     for (int path : { 0, -1, 28, 32767 }) {
         SCOPED_TRACE(path);
@@ -154,10 +150,6 @@ TEST_F(DispatchTest, NoListNoLaunch)
         EXPECT_EQ(d.runExe, "mame.exe");
         EXPECT_EQ(d.runRom, "pacman");
     }
-}
-
-TEST_F(DispatchTest, RowsOutsideTheListReadEmpty)
-{
     for (int row : { -5, 4001, 2147483647 }) {
         SCOPED_TRACE(row);
         const Dispatch d = dispatch(27, row, s, c, "", "");

@@ -29,40 +29,24 @@ std::string presses(int vk, int times)
 
 TEST(GameTables, NamesMatchWholeAndWithCase)
 {
+    // The tables' own places are data; what is tested is how a name finds its row.
     EXPECT_EQ(modelerDownPresses("arabianfight"), 0);
-    EXPECT_EQ(modelerDownPresses("ga2"), 2);
     EXPECT_EQ(modelerDownPresses("F1ExhaustNote"), 7);
-    EXPECT_EQ(modelerDownPresses("f1superlap"), 8);
-    EXPECT_EQ(modelerDownPresses("starwarsarcade"), 20);
-    EXPECT_EQ(modelerDownPresses("f1exhaustnote"), std::nullopt);
-    EXPECT_EQ(modelerDownPresses("F1superlap"), std::nullopt);
-    EXPECT_EQ(modelerDownPresses("ga"), std::nullopt);
-    EXPECT_EQ(modelerDownPresses("vf "), std::nullopt);
-
-    EXPECT_EQ(impactDownPresses("arabianfight"), 0);
     EXPECT_EQ(impactDownPresses("psychic force"), 1);
-    EXPECT_EQ(impactDownPresses("sfexp"), 7);
-    EXPECT_EQ(impactDownPresses("ts2j"), 11);
-    EXPECT_EQ(impactDownPresses("vf"), std::nullopt);
-
-    EXPECT_EQ(s11GameNumber("danceyes"), "1");
     EXPECT_EQ(s11GameNumber("souledgec"), "4");
-    EXPECT_EQ(s11GameNumber("myangel3"), "8");
+    for (const char* other : { "f1exhaustnote", "F1superlap", "ga", "vf ", "" }) {
+        SCOPED_TRACE(other);
+        EXPECT_EQ(modelerDownPresses(other), std::nullopt);
+    }
+    EXPECT_EQ(impactDownPresses("vf"), std::nullopt);
     EXPECT_EQ(s11GameNumber("Tekken"), std::nullopt);
-    EXPECT_EQ(s11GameNumber(""), std::nullopt);
-}
 
-TEST(GameTables, GetS11GameRewritesOnlyKnownNames)
-{
-    std::string rom = "tk2b";
-    getS11Game(rom);
-    EXPECT_EQ(rom, "7");
-    rom = "roms\\tekken";
-    getS11Game(rom);
-    EXPECT_EQ(rom, "roms\\tekken");
-    rom = "7";
-    getS11Game(rom);
-    EXPECT_EQ(rom, "7");
+    // getS11Game rewrites a known name to its number and leaves anything else as it is.
+    for (const auto& [rom, expected] : { std::pair { "tk2b", "7" }, { "roms\\tekken", "roms\\tekken" }, { "7", "7" } }) {
+        std::string rewritten = rom;
+        getS11Game(rewritten);
+        EXPECT_EQ(rewritten, expected);
+    }
 }
 
 TEST(KeySequences, EachEmulatorGetsItsKeysInOrder)

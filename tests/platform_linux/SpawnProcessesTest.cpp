@@ -47,11 +47,11 @@ TEST_F(SpawnProcessesTest, ArgumentsArriveExactlyAsSplit)
 {
     script("args", "for a in \"$@\"; do printf '[%s]\\n' \"$a\"; done > \"$0.out\"");
     // Written for Windows: the program is found without ".exe", and nothing is expanded.
-    const std::string line = "args.exe one \"two  words\" '' $HOME;x C:\\dir\\ *.zip ~  ";
+    const std::string line = "args.exe one \"two  words\" \"\" it's $HOME;x C:\\dir\\ *.zip ~  ";
     const int id = processes.start(line, "");
     ASSERT_GT(id, 0);
     processes.waitForExit(id);
-    EXPECT_EQ(home.read("args.out"), "[one]\n[two  words]\n[]\n[$HOME;x]\n[C:\\dir\\]\n[*.zip]\n[~]\n");
+    EXPECT_EQ(home.read("args.out"), "[one]\n[two  words]\n[]\n[it's]\n[$HOME;x]\n[C:\\dir\\]\n[*.zip]\n[~]\n");
     EXPECT_EQ(trace.lines, (Lines { "launch " + line + " | in ", "process exit " + std::to_string(id) }));
 }
 

@@ -59,13 +59,6 @@ protected:
     std::vector<std::string> log;
 };
 
-TEST_F(FormEventsTest, ShowLoadsThenActivates)
-{
-    fx.forms.form("A").show();
-    EXPECT_EQ(take(), (Log { "A.Load", "A.Activate", "A.GotFocus" }));
-    EXPECT_EQ(fx.trace.lines, (Log { "form load A", "form show A" }));
-}
-
 TEST_F(FormEventsTest, AFormComingOverAnotherAndGoingAway)
 {
     auto& a = fx.forms.form("A");
@@ -185,31 +178,24 @@ TEST_F(FormEventsTest, AClickByPositionFindsTheTopmostFormAndControl)
     EXPECT_EQ(std::count(rest.begin(), rest.end(), "A.lbl_Click"), 0);
 }
 
-TEST_F(FormEventsTest, AnUnloadedFormComesBackFreshInItsDesignState)
+TEST_F(FormEventsTest, AnUnloadedFormStopsItsTimersAndComesBackFreshInItsDesignState)
 {
     auto& a = fx.forms.form("A");
     a.show();
+    EXPECT_EQ(fx.trace.lines, (Log { "form load A", "form show A" }));
+    int ticks = 0;
+    a.addTimer("t", 10, true, [&] { ++ticks; });
+    fx.runFor(25);
     static_cast<runtime::Label*>(a.find("lbl"))->setCaption("changed");
     a.unload();
+    fx.runFor(100);
+    EXPECT_EQ(ticks, 2) << "the timers stop at once";
     fx.settle();
     auto& again = fx.forms.form("A");
     again.show();
     EXPECT_EQ(static_cast<runtime::Label*>(again.find("lbl"))->caption(), "");
     EXPECT_EQ(take(), (Log { "A.Load", "A.Activate", "A.GotFocus", "A.Unload", "A.Load", "A.Activate",
                           "A.GotFocus" }));
-}
-
-TEST_F(FormEventsTest, TimersOfAnUnloadedFormStopAtOnce)
-{
-    auto& a = fx.forms.form("A");
-    a.show();
-    int ticks = 0;
-    a.addTimer("t", 10, true, [&] { ++ticks; });
-    fx.runFor(25);
-    EXPECT_EQ(ticks, 2);
-    a.unload();
-    fx.runFor(100);
-    EXPECT_EQ(ticks, 2);
 }
 
 } // namespace

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <vector>
+
 using namespace ombrel;
 using runtime::Timer;
 
@@ -15,46 +18,36 @@ protected:
     test::RuntimeFixture fx;
 };
 
-TEST_F(TimerTest, EnablingStartsTheCountFromNow)
+TEST_F(TimerTest, EnablingAndIntervalRules)
 {
-    std::vector<int64_t> ticks;
-    Timer timer(fx.loop, "t", 100, false, [&] { ticks.push_back(fx.clock.nowMs()); });
-    fx.runFor(250);
-    timer.setEnabled(true);
-    fx.runFor(250);
-    EXPECT_EQ(ticks, (std::vector<int64_t> { 350, 450 }));
-}
-
-TEST_F(TimerTest, EnablingAnEnabledTimerChangesNothing)
-{
-    std::vector<int64_t> ticks;
-    Timer timer(fx.loop, "t", 100, true, [&] { ticks.push_back(fx.clock.nowMs()); });
-    fx.runFor(60);
-    timer.setEnabled(true);
-    fx.runFor(60);
-    EXPECT_EQ(ticks, (std::vector<int64_t> { 100 }));
-}
-
-TEST_F(TimerTest, SettingTheIntervalRestartsTheCount)
-{
-    std::vector<int64_t> ticks;
-    Timer timer(fx.loop, "t", 100, true, [&] { ticks.push_back(fx.clock.nowMs()); });
-    fx.runFor(80);
-    timer.setInterval(100); // same value: still a restart
-    fx.runFor(150);
-    EXPECT_EQ(ticks, (std::vector<int64_t> { 180 }));
-}
-
-TEST_F(TimerTest, IntervalZeroGivesNoTicks)
-{
-    int ticks = 0;
-    Timer timer(fx.loop, "t", 0, true, [&] { ++ticks; });
-    fx.runFor(1000);
-    timer.setInterval(50);
-    fx.runFor(120);
-    timer.setInterval(0);
-    fx.runFor(1000);
-    EXPECT_EQ(ticks, 2);
+    struct Row
+    {
+        const char* name;
+        int interval;
+        bool enabled;
+        std::function<void(Timer&)> steps; // what is done to the timer over 500 ms
+        std::vector<int64_t> ticks;
+    };
+    const Row rows[] = {
+        { "enablingStartsTheCountFromNow", 100, false,
+            [&](Timer& t) { fx.runFor(250); t.setEnabled(true); fx.runFor(250); }, { 350, 450 } },
+        { "enablingAnEnabledTimerChangesNothing", 100, true,
+            [&](Timer& t) { fx.runFor(60); t.setEnabled(true); fx.runFor(60); }, { 100 } },
+        // The same value restarts the count too.
+        { "settingTheIntervalRestartsTheCount", 100, true,
+            [&](Timer& t) { fx.runFor(80); t.setInterval(100); fx.runFor(150); }, { 180 } },
+        { "intervalZeroGivesNoTicks", 0, true,
+            [&](Timer& t) { fx.runFor(100); t.setInterval(50); fx.runFor(120); t.setInterval(0); fx.runFor(200); },
+            { 150, 200 } },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const int64_t start = fx.clock.nowMs();
+        std::vector<int64_t> ticks;
+        Timer timer(fx.loop, "t", row.interval, row.enabled, [&] { ticks.push_back(fx.clock.nowMs() - start); });
+        row.steps(timer);
+        EXPECT_EQ(ticks, row.ticks);
+    }
 }
 
 TEST_F(TimerTest, OneShotByDisablingItselfFirst)

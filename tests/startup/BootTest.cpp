@@ -182,7 +182,7 @@ TEST_F(BootTest, FailuresPassedOverAreLoggedOnceWithTheirFile)
     EXPECT_EQ(cab.cabinet().keys.keyConfig, 9) << "without a key map, Tab opens the menu";
     const std::string log = cab.home.read("ombrel.log");
     const std::string keyFile = "omkeys.cfg: cannot open " + cab.home.path() + "omkeys.cfg (";
-    for (const std::string& cause : { keyFile, std::string("l 2.lst: cannot be read (") }) {
+    for (const std::string& cause : { keyFile, std::string("l 2.lst: cannot be created") }) {
         size_t at = log.find(cause);
         EXPECT_NE(at, std::string::npos) << log;
         EXPECT_EQ(log.find(cause, at + 1), std::string::npos) << log;

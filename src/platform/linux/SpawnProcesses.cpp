@@ -64,7 +64,7 @@ SpawnProcesses::SpawnProcesses(runtime::Trace& trace, std::string home, std::str
 
 std::optional<std::string> SpawnProcesses::findProgram(const std::string& path)
 {
-    auto found = m_files.resolve(path);
+    auto found = m_files.resolveFile(path);
     if (!found)
         return std::nullopt;
     // A folder, or a Windows program copied over without its execute bit, is nothing to run.

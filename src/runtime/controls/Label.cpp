@@ -21,6 +21,7 @@ void Label::setCaption(std::string caption)
     if (caption == m_caption)
         return;
     m_caption = std::move(caption);
+    relayout();
     fit();
     changed();
 }
@@ -28,6 +29,7 @@ void Label::setCaption(std::string caption)
 void Label::setAutoSize(bool on)
 {
     m_autoSize = on;
+    relayout();
     fit();
     changed();
 }
@@ -35,6 +37,7 @@ void Label::setAutoSize(bool on)
 void Label::setWordWrap(bool on)
 {
     m_wordWrap = on;
+    relayout();
     fit();
     changed();
 }
@@ -42,6 +45,7 @@ void Label::setWordWrap(bool on)
 void Label::setAlignment(int alignment)
 {
     m_alignment = std::clamp(alignment, 0, 2);
+    relayout();
     changed();
 }
 
@@ -66,6 +70,7 @@ void Label::setBackColor(uint32_t colour)
 void Label::setFontName(std::string name)
 {
     m_font.name = std::move(name);
+    relayout();
     fit();
     changed();
 }
@@ -76,6 +81,7 @@ void Label::setFontSize(double points)
     if (!(points > 0 && points < 2048))
         return;
     m_font.sizePt = points;
+    relayout();
     fit();
     changed();
 }
@@ -83,16 +89,41 @@ void Label::setFontSize(double points)
 void Label::setFontBold(bool bold)
 {
     m_font.bold = bold;
+    relayout();
     fit();
     changed();
 }
 
-std::vector<std::string> Label::lines() const
+void Label::relayout() { ++m_generation; }
+
+const std::vector<std::string>& Label::lines() const
 {
+    const bool growsAcross = m_autoSize && !m_wordWrap;
+    // Only the sides that do not grow with the text shape the lines, so the box that fit() gives the
+    // label does not lay it out again.
+    const int boxWidth = growsAcross ? -1 : twipsToPixels(width());
+    const int boxHeight = m_autoSize ? -1 : twipsToPixels(height());
+    if (m_layout.generation == m_generation && m_layout.width == boxWidth && m_layout.height == boxHeight)
+        return m_layout.lines;
     auto& fonts = form().stack().services().fonts;
-    std::string shown = core::toDisplayText(m_caption);
-    int maxWidth = (m_autoSize && !m_wordWrap) ? -1 : twipsToPixels(width());
-    return layoutLines(fonts, m_font, shown, maxWidth);
+    const int maxWidth = growsAcross ? -1 : boxWidth;
+    const int lineHeight = std::max(1, fonts.lineHeight(m_font));
+    TextView view;
+    view.align = static_cast<TextAlign>(m_alignment);
+    view.maxChars = static_cast<size_t>(std::clamp(growsAcross ? kMaxShownPixels : boxWidth, 1, kMaxShownPixels));
+    // A box that grows with its lines shows them all, up to the most any screen can hold; a fixed box
+    // shows the lines that start inside it.
+    const int shownHeight = m_autoSize ? kMaxShownPixels : std::clamp(boxHeight, 0, kMaxShownPixels);
+    view.maxLines = std::max(1, (shownHeight + lineHeight - 1) / lineHeight);
+    // Most captions are UTF-8 already and are laid out where they lie.
+    if (core::isValidUtf8(m_caption))
+        m_layout.lines = layoutLines(fonts, m_font, m_caption, maxWidth, view);
+    else
+        m_layout.lines = layoutLines(fonts, m_font, core::toDisplayText(m_caption), maxWidth, view);
+    m_layout.generation = m_generation;
+    m_layout.width = boxWidth;
+    m_layout.height = boxHeight;
+    return m_layout.lines;
 }
 
 void Label::fit()
@@ -100,7 +131,7 @@ void Label::fit()
     if (!m_autoSize)
         return;
     auto& fonts = form().stack().services().fonts;
-    auto shownLines = lines();
+    const auto& shownLines = lines();
     int lineHeight = fonts.lineHeight(m_font);
     if (!m_wordWrap) {
         int widest = 0;
@@ -130,13 +161,13 @@ void Label::paint(DrawList& out, int originX, int originY, const PixelRect& clip
         return;
     int lineHeight = form().stack().services().fonts.lineHeight(m_font);
     int y = box.y;
-    for (auto& line : lines()) {
+    for (const auto& line : lines()) {
         DrawCommand text;
         text.kind = DrawCommand::Kind::Text;
         text.rect = { box.x, y, box.w, lineHeight };
         text.clip = boxClip;
         text.colour = m_foreColor;
-        text.text = std::move(line);
+        text.text = line;
         text.font = m_font;
         text.align = static_cast<TextAlign>(m_alignment);
         out.push_back(std::move(text));
@@ -156,6 +187,7 @@ void Label::copyFrom(const Control& other)
         m_foreColor = label->m_foreColor;
         m_backColor = label->m_backColor;
         m_font = label->m_font;
+        relayout();
     }
 }
 

@@ -39,14 +39,30 @@ public:
     void setFontSize(double points);
     void setFontBold(bool bold);
 
-    // The lines as painted now (UTF-8).
-    std::vector<std::string> lines() const;
+    // The lines as painted now (UTF-8): only what the box can show. Lines below its bottom are left
+    // out, and a line is cut to as many characters as the box is wide in pixels, since no character is
+    // narrower than a pixel. A box that grows with its text can show no more than kMaxShownPixels.
+    const std::vector<std::string>& lines() const;
+
+    // Wider than any screen, and than the widest line the renderer can draw.
+    static constexpr int kMaxShownPixels = 16384;
 
     void paint(DrawList& out, int originX, int originY, const PixelRect& clip) const override;
     void copyFrom(const Control& other) override;
 
 private:
     void fit();
+    // Something the lines depend on has changed.
+    void relayout();
+
+    // The lines of the last layout and what they were laid out for, so a repaint costs no layout.
+    struct Layout
+    {
+        unsigned generation = 0;
+        int width = -1;
+        int height = -1;
+        std::vector<std::string> lines;
+    };
 
     std::string m_caption;
     bool m_autoSize = false;
@@ -56,6 +72,8 @@ private:
     uint32_t m_foreColor = 0;
     uint32_t m_backColor = 0xC0C0C0;
     FontSpec m_font { "MS Sans Serif", 8.25, false };
+    unsigned m_generation = 1;
+    mutable Layout m_layout;
 };
 
 } // namespace ombrel::runtime
