@@ -3,6 +3,7 @@
 
 #include "config/SettingsCheck.h"
 #include "config/SettingsFile.h"
+#include "core/PassOver.h"
 #include "launch/ReturnFromGame.h"
 #include "platform/MediaPlayer.h"
 #include "runtime/EventLoop.h"
@@ -61,11 +62,8 @@ void BlankerForm::Form_Load()
     }
     // Park the pointer past the top right corner: the form's width in twips, taken as pixels.
     m_cabinet.platform.cursor.setPosition(static_cast<int>(width()), 0);
-    try {
-        config::OpenINI(m_cabinet.home, settings);
-    } catch (const config::SettingsError&) {
-        // Read once already; a second failure is passed over.
-    }
+    // Read once already; a second failure is passed over.
+    core::passOver(failures(), [&] { config::OpenINI(m_cabinet.home, settings); });
     // The picture goes to the TV output for the whole run.
     if (settings.tvOut)
         launch::startTv(m_cabinet.platform.keys);
