@@ -218,8 +218,11 @@ void readPowerRefusal(LineReader& in, ScriptStep& step)
 std::string readRest(LineReader& in)
 {
     std::string rest;
-    while (!in.atEnd())
-        rest += (rest.empty() ? "" : " ") + std::string(in.next("word"));
+    while (!in.atEnd()) {
+        if (!rest.empty())
+            rest += ' ';
+        rest.append(in.next("word"));
+    }
     return rest;
 }
 
