@@ -1,0 +1,83 @@
+// Fuzz target of the `--check` report, which reads ombrel.ini from its folder and looks up the folders
+// and programs it names: any bytes as the settings file.
+#include "FuzzHome.h"
+
+#include "config/SettingsCheck.h"
+#include "config/SettingsFile.h"
+#include "platform/Files.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+using namespace ombrel;
+using fuzz::fuzzCheck;
+
+namespace {
+
+// The real disk, but only inside the private folder: a folder value such as "/" or "..\..\" must not
+// send the fuzzer through the machine's folders, which would make runs slow and unrepeatable.
+class FolderFiles final : public platform::Files {
+public:
+    explicit FolderFiles(std::string home)
+        : m_home(std::move(home))
+    {
+    }
+
+    std::optional<std::string> resolve(const std::string& path) override
+    {
+        return inside(path) ? m_disk.resolve(path) : std::nullopt;
+    }
+
+    std::vector<std::string> list(const std::string& folder) override
+    {
+        return inside(folder) ? m_disk.list(folder) : std::vector<std::string>();
+    }
+
+private:
+    bool inside(const std::string& path) const
+    {
+        std::string native = platform::toNativePath(path);
+        return native.compare(0, m_home.size(), m_home) == 0 && native.find("..") == std::string::npos;
+    }
+
+    std::string m_home;
+    platform::DiskFiles m_disk;
+};
+
+// A folder and a program for the file's values to find (in any case of letters), beside the settings
+// file itself.
+const fuzz::FuzzHome& home()
+{
+    static const fuzz::FuzzHome folder;
+    static const bool prepared = [] {
+        std::filesystem::create_directory(folder.path() + "Roms");
+        folder.write("mame", "#!/bin/sh\n");
+        return true;
+    }();
+    (void)prepared;
+    return folder;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const fuzz::FuzzHome& folder = home();
+    folder.write(config::kSettingsFileName, std::string_view(reinterpret_cast<const char*>(data), size));
+    FolderFiles files(folder.path());
+    const std::vector<std::string> before = folder.names();
+
+    config::SettingsCheck check = config::checkSettings(folder.path(), files, folder.path() + "bin");
+
+    fuzzCheck(folder.names() == before, "the check changed the program's folder");
+    const std::string& text = check.text;
+    fuzzCheck(!text.empty() && text.back() == '\n', "the report does not end with a line");
+    fuzzCheck(check.ok == (text.find("\nno problems found\n") != std::string::npos),
+        "the report and its result disagree");
+    // Each value and finding quotes a part of the file once, each byte at most as three of UTF-8.
+    fuzzCheck(text.size() <= 8 * size + 64 * 1024, "the report grows faster than the file");
+    return 0;
+}
