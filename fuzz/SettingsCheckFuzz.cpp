@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using namespace ombrel;
@@ -19,7 +20,8 @@ namespace {
 
 // The real disk, but only inside the private folder: a folder value such as "/" or "..\..\" must not
 // send the fuzzer through the machine's folders, which would make runs slow and unrepeatable.
-class FolderFiles final : public platform::Files {
+class FolderFiles final : public platform::Files
+{
 public:
     explicit FolderFiles(std::string home)
         : m_home(std::move(home))
@@ -73,11 +75,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     config::SettingsCheck check = config::checkSettings(folder.path(), files, folder.path() + "bin");
 
     fuzzCheck(folder.names() == before, "the check changed the program's folder");
+    // One line per value or finding, whatever the values hold, and the verdict last.
     const std::string& text = check.text;
     fuzzCheck(!text.empty() && text.back() == '\n', "the report does not end with a line");
-    fuzzCheck(check.ok == (text.find("\nno problems found\n") != std::string::npos),
-        "the report and its result disagree");
-    // Each value and finding quotes a part of the file once, each byte at most as three of UTF-8.
-    fuzzCheck(text.size() <= 8 * size + 64 * 1024, "the report grows faster than the file");
+    size_t start = text.find('\n') + 1; // the first line names the file
+    std::string_view last;
+    while (start < text.size()) {
+        size_t end = text.find('\n', start);
+        last = std::string_view(text).substr(start, end - start);
+        fuzzCheck(last.starts_with("line ") || last.starts_with("warning: line ")
+                || last.starts_with("error: ") || last.ends_with(" found"),
+            "a value broke a line of the report");
+        start = end + 1;
+    }
+    fuzzCheck(check.ok == (last == "no problems found"), "the report and its result disagree");
+    // A value is quoted at most four times (its line, a line end, a separator, a missing folder), each
+    // byte at most as four (a line end shown as <LF>): the report grows with the file, never faster.
+    fuzzCheck(text.size() <= 16 * size + 64 * 1024, "the report grows faster than the file");
     return 0;
 }
