@@ -11,7 +11,8 @@ namespace ombrel::fuzz {
 // A fresh folder below $OMBREL_FUZZ_TMP, else /dev/shm (memory, so a write per input stays cheap), else
 // the system's temporary folder. Nothing else writes there, so whatever a reader leaves in it can be
 // checked.
-class FuzzHome {
+class FuzzHome
+{
 public:
     FuzzHome();
     ~FuzzHome();

@@ -34,7 +34,8 @@ bool read(const std::string& bytes, config::SavedState& state, double& saverCoun
 {
     core::FieldReader reader(bytes);
     std::string message = config::readCfg(reader, state, saverCount);
-    fuzzCheck(std::isfinite(state.saverDelay) && std::isfinite(saverCount), "a saver delay that is no number");
+    fuzzCheck(
+        std::isfinite(state.saverDelay) && std::isfinite(saverCount), "a saver delay that is no number");
     for (float value : { state.songMode, state.songVolume, state.curSong })
         fuzzCheck(std::isfinite(value), "a jukebox value that is no number");
     return message.empty();

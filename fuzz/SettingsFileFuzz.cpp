@@ -27,7 +27,8 @@ config::Settings filledSettings()
     }
     std::fill(s.logoFile.begin() + 1, s.logoFile.end(), "old.gif");
     std::fill(s.artDir.begin() + 1, s.artDir.end(), "old\\");
-    s.mameDir = s.impactDir = s.modelerDir = s.u64Dir = s.u64Dir2 = s.vpDir = s.s11Dir = s.daphneDir = "old\\";
+    s.mameDir = s.impactDir = s.modelerDir = s.u64Dir = s.u64Dir2 = s.vpDir = s.s11Dir = s.daphneDir
+        = "old\\";
     s.s11Opts = s.daphneOpts = "-old";
     s.impactNT = s.s11NewPlugins = s.tvOut = s.powerOff = true;
     s.scrollRate = s.scrollRate2 = 99;
