@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that Ombrel needs to build, run and test, when they are missing.
-# Usage: scripts/install-deps.sh [build|test]   (test adds what only the test suite uses)
+# Usage: scripts/install-deps.sh [build|test|fuzz]   (test adds what only the test suite and CI use,
+# fuzz what the fuzz targets need: clang, its libFuzzer and sanitizer runtimes, llvm-symbolizer)
 set -euo pipefail
 
 want=(
@@ -12,9 +13,11 @@ want=(
   libgtest-dev libgmock-dev libbenchmark-dev
   ffmpeg
 )
-if [ "${1:-build}" = test ]; then
-  want+=(xvfb xdotool mame)
-fi
+fuzz=(clang libclang-rt-14-dev llvm)
+case "${1:-build}" in
+  test) want+=(xvfb xdotool mame "${fuzz[@]}") ;;
+  fuzz) want+=("${fuzz[@]}") ;;
+esac
 
 missing=()
 for p in "${want[@]}"; do

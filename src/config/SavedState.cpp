@@ -101,8 +101,12 @@ std::string openCfg(const std::string& path, SavedState& state, double& saverCou
     std::optional<core::FieldReader> file = platform::openFieldFile(path);
     if (!file)
         return std::string(kSavedStateFileName) + ": cannot open " + path;
+    return readCfg(*file, state, saverCount);
+}
 
-    CfgReader read(*file);
+std::string readCfg(core::FieldReader& file, SavedState& state, double& saverCount)
+{
+    CfgReader read(file);
     try {
         state.curSkin = read.text("curSkin");
         saverCount = read.number("saverDelay");

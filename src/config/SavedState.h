@@ -5,6 +5,10 @@
 #include <optional>
 #include <string>
 
+namespace ombrel::core {
+class FieldReader;
+}
+
 namespace ombrel::platform {
 class Files;
 }
@@ -34,6 +38,9 @@ inline constexpr const char* kSavedStateFileName = "ombrel.cfg";
 // missing or of the wrong kind: what was read before it stands, the rest keep what they held. Returns an
 // empty string, or a message saying why the reading stopped.
 std::string openCfg(const std::string& path, SavedState& state, double& saverCount);
+
+// The same on a file already opened, from the reader's place.
+std::string readCfg(core::FieldReader& file, SavedState& state, double& saverCount);
 
 // The file's text: a quoted string, then numbers in their shortest plain form and #TRUE#/#FALSE#, each
 // line ended by CR LF. An empty lastIndex or lastPath is written as 0.

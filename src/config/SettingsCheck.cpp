@@ -4,6 +4,7 @@
 
 #include "config/SettingsFile.h"
 #include "core/AtomicFile.h"
+#include "core/FieldReader.h"
 #include "core/TextCodec.h"
 #include "platform/Files.h"
 
@@ -43,11 +44,21 @@ bool isFolderValue(const SettingsLine& entry)
     return std::find(kFolderNames.begin(), kFolderNames.end(), baseName(entry.name)) != kFolderNames.end();
 }
 
+// A value as the report shows it: in double quotes, with its line ends made visible, so that a quoted
+// value that runs over several lines of the file still takes one line of the report.
 std::string quoted(const std::string& value)
 {
-    // NOTE: appended rather than "\"" + text: GCC 12 warns falsely (-Wrestrict) on a literal plus a
-    // temporary string in a release build.
-    return std::string("\"").append(core::toDisplayText(value)).append("\"");
+    std::string shown = "\"";
+    for (char c : core::toDisplayText(value)) {
+        if (c == '\r')
+            shown += "<CR>";
+        else if (c == '\n')
+            shown += "<LF>";
+        else
+            shown += c;
+    }
+    shown += '"';
+    return shown;
 }
 
 std::string padded(std::string text, size_t width)
@@ -172,6 +183,13 @@ void checkEntries(const std::vector<SettingsLine>& lines, platform::Files& files
                         + " is read; it is taken as the value and every line after it moves one place",
                     Finding::Shift });
         }
+        // A double quote that opens a value and closes it on a later line takes the lines between into
+        // it, so the lines after it move as they do behind a comma.
+        if (entry.raw.find_first_of("\r\n") != std::string::npos)
+            findings.push_back({ entry.line,
+                describeLine(entry) + " " + quoted(core::valueAt(entry.raw, entry.column))
+                    + " runs on past its line inside double quotes; the lines it takes in are part of it"
+                      " and every line after it moves" });
         if (!isFolderValue(entry) || entry.value.empty())
             continue;
         if (!endsInSeparator(entry.value))

@@ -280,8 +280,14 @@ void OpenINI(const std::string& home, Settings& settings, std::vector<SettingsLi
     std::optional<core::FieldReader> reader = platform::openFieldFile(path);
     if (!reader)
         throw SettingsError(std::string(kSettingsFileName) + ": cannot open " + path, 0, std::string());
+    readSettings(*reader, settings, lines);
+}
 
-    IniReader ini(*reader, settings, lines);
+void readSettings(core::FieldReader& reader, Settings& settings, std::vector<SettingsLine>* lines)
+{
+    if (lines)
+        lines->clear();
+    IniReader ini(reader, settings, lines);
     for (int p = 1; p <= kUserPaths; ++p) {
         for (const LineSpec& spec : kBlockLines)
             ini.readLine(spec, p);

@@ -8,6 +8,10 @@
 #include <utility>
 #include <vector>
 
+namespace ombrel::core {
+class FieldReader;
+}
+
 namespace ombrel::config {
 
 // Why ombrel.ini could not be read to its end. line is 0 when the file could not be opened; label is
@@ -49,6 +53,9 @@ inline constexpr const char* kSettingsFileName = "ombrel.ini";
 // before the failing line stand and the rest keep what they held; SettingsError says where and why.
 // When lines is given it is cleared and receives one entry per value read.
 void OpenINI(const std::string& home, Settings& settings, std::vector<SettingsLine>* lines = nullptr);
+
+// The same on a file already opened: reads every line from the reader's place and applies the defaults.
+void readSettings(core::FieldReader& reader, Settings& settings, std::vector<SettingsLine>* lines = nullptr);
 
 // The settings file's path for a program folder (a missing trailing '/' is supplied).
 std::string settingsPath(const std::string& home);

@@ -21,13 +21,13 @@ constexpr std::size_t kMaxRemembered = 4096;
 
 } // namespace
 
-std::string placeOf(const std::source_location& where)
+std::string placeOf(const char* file, int line)
 {
-    std::string_view file = where.file_name();
-    const size_t src = file.rfind("src/");
+    std::string_view name = file ? file : "";
+    const size_t src = name.rfind("src/");
     if (src != std::string_view::npos)
-        file.remove_prefix(src + 4);
-    return std::string(file) + ":" + std::to_string(where.line());
+        name.remove_prefix(src + 4);
+    return std::string(name) + ":" + std::to_string(line);
 }
 
 FailureLog::FailureLog(
@@ -39,13 +39,13 @@ FailureLog::FailureLog(
 {
 }
 
-void FailureLog::note(std::string_view cause, std::source_location where)
+void FailureLog::note(std::string_view cause, const char* file, int line)
 {
     if (!cause.empty())
-        note(placeOf(where), cause);
+        noteAt(placeOf(file, line), cause);
 }
 
-void FailureLog::note(std::string_view place, std::string_view cause)
+void FailureLog::noteAt(std::string_view place, std::string_view cause)
 {
     if (cause.empty())
         return;

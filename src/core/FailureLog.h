@@ -6,7 +6,6 @@
 #include <functional>
 #include <iosfwd>
 #include <set>
-#include <source_location>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,9 +30,12 @@ public:
         std::size_t limit = kDefaultLimit);
 
     // Writes the cause (an empty one is no failure), unless it was written from the same place already:
-    // a timer that fails each tick writes one line, not one a tick.
-    void note(std::string_view cause, std::source_location where = std::source_location::current());
-    void note(std::string_view place, std::string_view cause);
+    // a timer that fails each tick writes one line, not one a tick. The place is the caller's file and
+    // line, which the compiler fills in where the call is written.
+    // NOTE: the builtins stand for std::source_location, which clang 14 (the fuzz build) lacks.
+    void note(std::string_view cause, const char* file = __builtin_FILE(), int line = __builtin_LINE());
+    // The same with a place named by the caller ("Main.mpFX").
+    void noteAt(std::string_view place, std::string_view cause);
 
 private:
     void append(const std::string& line) noexcept;
@@ -46,7 +48,7 @@ private:
     std::set<std::pair<std::string, std::string>> m_written; // place and cause
 };
 
-// The place of a source location as the log names it: the file below src/ and the line.
-std::string placeOf(const std::source_location& where);
+// The place of a call as the log names it: the file below src/ and the line.
+std::string placeOf(const char* file, int line);
 
 } // namespace ombrel::core

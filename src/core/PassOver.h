@@ -6,7 +6,6 @@
 #include "core/FailureLog.h"
 
 #include <exception>
-#include <source_location>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -17,15 +16,15 @@ namespace ombrel::core {
 // (openCfg, getKeys); a non-empty one is logged like a throw.
 template <class Statement>
 void passOver(
-    FailureLog& log, Statement&& statement, std::source_location where = std::source_location::current())
+    FailureLog& log, Statement&& statement, const char* file = __builtin_FILE(), int line = __builtin_LINE())
 {
     try {
         if constexpr (std::is_convertible_v<std::invoke_result_t<Statement>, std::string_view>)
-            log.note(std::string_view(std::forward<Statement>(statement)()), where);
+            log.note(std::string_view(std::forward<Statement>(statement)()), file, line);
         else
             std::forward<Statement>(statement)();
     } catch (const std::exception& error) {
-        log.note(error.what(), where);
+        log.note(error.what(), file, line);
     }
 }
 

@@ -34,17 +34,22 @@ std::string GetJoyKeys(const std::string& path, JoystickMap& map)
     std::optional<core::FieldReader> file = platform::openFieldFile(path);
     if (!file)
         return std::string(kJoystickFileName) + ": cannot open " + path;
+    return readJoyKeys(*file, map);
+}
+
+std::string readJoyKeys(core::FieldReader& file, JoystickMap& map)
+{
     size_t index = 0;
     while (index < map.joyKeys.size()) {
-        if (file->atEnd())
+        if (file.atEnd())
             return std::string(kJoystickFileName) + ": the file ends after " + std::to_string(index) + " of "
                 + std::to_string(kJoyControls) + " bindings";
-        const std::string field = file->readField();
+        const std::string field = file.readField();
         if (field.empty() || field.front() == '\'')
             continue;
         std::optional<std::string> word = withoutLabel(field);
         if (!word)
-            return std::string(kJoystickFileName) + " line " + std::to_string(file->fieldLine()) + ": \""
+            return std::string(kJoystickFileName) + " line " + std::to_string(file.fieldLine()) + ": \""
                 + field + "\" is shorter than its " + std::to_string(kJoyLabelLength) + "-character label";
         map.joyKeys[index] = core::trimmed(*word);
         ++index;

@@ -12,6 +12,10 @@
 #include <string_view>
 #include <vector>
 
+namespace ombrel::core {
+class FieldReader;
+}
+
 namespace ombrel::input {
 
 inline constexpr const char* kJoystickFileName = "joystick.ini";
@@ -48,6 +52,9 @@ struct JoystickMap
 // the file, or at a field shorter than the label; the bindings read so far stand and the others keep
 // what they held. Returns an empty string, or why the reading stopped early.
 std::string GetJoyKeys(const std::string& path, JoystickMap& map);
+
+// The same on a file already opened, from the reader's place.
+std::string readJoyKeys(core::FieldReader& file, JoystickMap& map);
 
 // The command a word of the file stands for, in any case of letters. INFO and unknown words give
 // nothing: the joystick cannot open the game's notes.

@@ -43,10 +43,15 @@ std::string getKeys(const std::string& path, KeyMap& keys)
         keys.keyConfig = kTabKey;
         return std::string(kKeyMapFileName) + ": cannot open " + path;
     }
+    return readKeys(*file, keys);
+}
+
+std::string readKeys(core::FieldReader& file, KeyMap& keys)
+{
     int field = 1;
     try {
         for (KeyCode KeyMap::*key : kKeyFileOrder) {
-            keys.*key = readKey(*file, field);
+            keys.*key = readKey(file, field);
             ++field;
         }
     } catch (const Stop& stop) {

@@ -6,6 +6,10 @@
 #include <optional>
 #include <string>
 
+namespace ombrel::core {
+class FieldReader;
+}
+
 namespace ombrel::platform {
 class Files;
 }
@@ -67,6 +71,9 @@ inline constexpr int16_t kTabKey = 9;
 // keyConfig becomes Tab, even over a value just read. Returns an empty string, or why the reading
 // stopped.
 std::string getKeys(const std::string& path, KeyMap& keys);
+
+// The same on a file already opened, from the reader's place.
+std::string readKeys(core::FieldReader& file, KeyMap& keys);
 
 // The file's one line: the thirteen codes in file order, separated by commas, closed by CR LF. An
 // empty key is an empty field.

@@ -81,6 +81,12 @@ TEST(SettingsCheck, WarnsAboutEachKindOfFault)
         { "comma in a comment",
             [](IniSample& ini, const TempHome&) { ini.insertBefore(IniSample::tailIndex(1), "* one, two"); },
             "warning: line 161: a comma ends the value here" },
+        { "quoted value that runs on to the next line, swallowing it",
+            [](IniSample& ini, const TempHome&) {
+                ini.lines[IniSample::blockIndex(1, 5)] = "\"Opts=-a";
+                ini.lines[IniSample::blockIndex(1, 6)] = "Images=x\"";
+            },
+            "warning: line 5: Opts= (emuOpts(1)) \"-a<CR><LF>Images=x\" runs on past its line" },
         { "folder without its separator", [](IniSample& ini, const TempHome&) { ini.setBlock(1, 8, "art"); },
             "warning: line 8: artDir(1) \"art\" lacks its trailing '\\' or '/'" },
         { "folder that does not exist",

@@ -68,7 +68,7 @@ TEST(FailureLog, WritesEachFailureOnceWithinItsBound)
         FailureLog log(
             home.path() + row.logFile, echo, [] { return std::string("T"); }, row.limit);
         for (const Note& note : row.notes)
-            log.note(note.place, note.cause);
+            log.noteAt(note.place, note.cause);
         EXPECT_EQ(echo.str(), row.echoed);
         EXPECT_EQ(home.read(row.logFile), row.file);
     }

@@ -41,7 +41,8 @@ public:
     }
 
 private:
-    sd_bus_error m_error = SD_BUS_ERROR_NULL;
+    // Empty, as SD_BUS_ERROR_NULL, which is a C compound literal that C++ does not have.
+    sd_bus_error m_error {};
 };
 
 // Connects to the system bus, or straight to a peer; a negative errno on failure.

@@ -28,7 +28,7 @@ namespace {
         {
             m_player->setFileName(path);
             if (!path.empty() && m_player->fileName().empty())
-                m_forms.failures().note(
+                m_forms.failures().noteAt(
                     m_name, "sound or film " + m_forms.relative(path) + ": cannot be opened");
         }
         std::string fileName() const override { return m_player->fileName(); }
