@@ -1,4 +1,5 @@
-// Tests of font look-up by name, point sizes and text measurement (fonts pinned to DejaVu).
+// Tests of font look-up by name and of point sizes (fonts pinned to DejaVu); measuring and drawing text
+// are pinned by the scenario screenshots.
 #include "platform/sdl/SdlFonts.h"
 
 #include <gtest/gtest.h>
@@ -43,20 +44,6 @@ TEST(SdlFonts, PointsBecomeWholePixelsAt96Dpi)
         { -4, 11 }, { kNaN, 11 }, { kInf, 11 }, { 1e12, 1000 } };
     for (const auto& [pt, px] : rows)
         EXPECT_EQ(SdlFonts::pixelSize(pt), px) << pt;
-}
-
-// Measuring and rendering must agree, since the browser lays out lines by the measured size.
-TEST(SdlFonts, RenderedLinesHaveTheMeasuredSize)
-{
-    SdlFonts fonts;
-    const runtime::FontSpec regular { "DejaVu Sans", 12, false };
-    const auto size = fonts.measure(regular, "Pac-Man");
-    SurfacePtr line = fonts.renderLine(regular, "Pac-Man", 0xFF);
-    ASSERT_TRUE(line);
-    EXPECT_EQ((runtime::PixelSize { line->w, line->h }), size);
-    EXPECT_EQ(fonts.measure(regular, ""), (runtime::PixelSize { 0, size.h }));
-    EXPECT_FALSE(fonts.renderLine(regular, "", 0xFF));
-    EXPECT_GE(fonts.measure(regular, "caf\xe9\xff").w, 0) << "text that is not UTF-8 still measures";
 }
 
 } // namespace

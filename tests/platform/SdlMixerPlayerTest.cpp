@@ -55,9 +55,9 @@ TEST_F(SdlMixerPlayerTest, PlayStateChangesArriveOnTheLoop)
     runUntilChangeTo(*fx, kStopped);
     EXPECT_EQ(changes, (Changes { { 0, 2 }, { 2, 0 } }));
     EXPECT_EQ(trace.lines,
-        (std::vector<std::string> { "media mpSaver open long.wav", "media mpSaver play", "media mpSaver pause",
-            "media mpSaver play", "media mpSaver stop", "media mpFX open com.wav", "media mpFX play",
-            "media mpFX end" }));
+        (std::vector<std::string> { "media mpSaver open long.wav", "media mpSaver play",
+            "media mpSaver pause", "media mpSaver play", "media mpSaver stop", "media mpFX open com.wav",
+            "media mpFX play", "media mpFX end" }));
 }
 
 TEST_F(SdlMixerPlayerTest, ANewSongOrFileEndsTheOldPlayWithoutTakingItsEnd)

@@ -43,8 +43,7 @@ TEST(SdlRenderer, ContainPlacementAtItsLimits)
         PixelRect box, expected;
     } rows[] = {
         { { 100, 400 }, { 10, 10, 100, 100 }, { 47, 10, 25, 100 } },
-        { { 10, 10 }, { 0, 0, 50, 30 }, { 10, 0, 30, 30 } },
-        { { 0, 10 }, { 5, 5, 32, 24 }, { 5, 5, 0, 0 } },
+        { { 10, 10 }, { 0, 0, 50, 30 }, { 10, 0, 30, 30 } }, { { 0, 10 }, { 5, 5, 32, 24 }, { 5, 5, 0, 0 } },
         { { 10, 10 }, { 5, 5, 0, 24 }, { 5, 5, 0, 0 } },
         { { 1000, 1 }, { 0, 0, 10, 10 }, { 0, 4, 10, 1 } }, // a thin picture keeps a pixel
     };
@@ -67,9 +66,10 @@ TEST(SdlRenderer, DamagedCommandsPaintNothingAndDoNotCrash)
     bigText.wrap = true;
     DrawCommand missing = command(DrawCommand::Kind::Image, { 40, 40, 8, 8 }, 0);
     missing.path = home.path() + "none.png";
-    renderer->present({ fill({ INT_MAX - 5, INT_MIN + 5, INT_MAX, INT_MAX }, kRed, { INT_MIN, INT_MIN, INT_MAX, INT_MAX }),
-        fill({ 10, 10, -20, -20 }, kRed), fill(kScreen, kRed, {}), frame, bigText, fill({ 40, 40, 8, 8 }, kRed),
-        missing });
+    renderer->present(
+        { fill({ INT_MAX - 5, INT_MIN + 5, INT_MAX, INT_MAX }, kRed, { INT_MIN, INT_MIN, INT_MAX, INT_MAX }),
+            fill({ 10, 10, -20, -20 }, kRed), fill(kScreen, kRed, {}), frame, bigText,
+            fill({ 40, 40, 8, 8 }, kRed), missing });
     EXPECT_EQ(pixelAt(renderer->surface(), 30, 30), 0u);
     EXPECT_EQ(pixelAt(renderer->surface(), 0, 0), 0xFF0000u) << "the over-wide border, within its clip";
     EXPECT_EQ(pixelAt(renderer->surface(), 44, 44), 0xFF0000u) << "a missing picture leaves what is below";

@@ -30,7 +30,8 @@ inline bool writeTwoColourPng(const std::string& path, int w, int h, uint32_t le
     const uint32_t colours[] = { left, right };
     for (int i = 0; i < 2; ++i) {
         const uint32_t c = colours[i];
-        SDL_FillRect(surface, &halves[i], SDL_MapRGB(surface->format, Uint8(c >> 16), Uint8(c >> 8), Uint8(c)));
+        SDL_FillRect(
+            surface, &halves[i], SDL_MapRGB(surface->format, Uint8(c >> 16), Uint8(c >> 8), Uint8(c)));
     }
     const bool ok = IMG_SavePNG(surface, path.c_str()) == 0;
     SDL_FreeSurface(surface);
@@ -42,7 +43,8 @@ inline void writeSilentWav(const std::string& path, double seconds)
 {
     const uint32_t rate = 22050, dataBytes = static_cast<uint32_t>(seconds * rate) * 2;
     // RIFF size, format size, PCM, mono, rate, bytes a second, bytes a frame, bits, data size.
-    const uint32_t fields[] = { 36 + dataBytes, 16, 1 | (1 << 16), rate, rate * 2, 2 | (16 << 16), dataBytes };
+    const uint32_t fields[]
+        = { 36 + dataBytes, 16, 1 | (1 << 16), rate, rate * 2, 2 | (16 << 16), dataBytes };
     std::ofstream out(path, std::ios::binary);
     out.write("RIFF", 4).write(reinterpret_cast<const char*>(&fields[0]), 4).write("WAVEfmt ", 8);
     out.write(reinterpret_cast<const char*>(&fields[1]), 20).write("data", 4);

@@ -61,10 +61,9 @@ std::string readAll(const fs::path& path)
 Files snapshot(const fs::path& home)
 {
     Files files;
-    for (const auto& entry : fs::recursive_directory_iterator(home)) {
+    for (const auto& entry : fs::recursive_directory_iterator(home))
         if (!entry.is_directory())
             files[fs::relative(entry.path(), home).string()] = readAll(entry.path());
-    }
     return files;
 }
 
@@ -138,10 +137,9 @@ protected:
             else if (old->second != bytes)
                 std::ofstream(home() / name, std::ios::binary | std::ios::trunc) << old->second;
         }
-        for (const auto& [name, bytes] : oldFiles) {
+        for (const auto& [name, bytes] : oldFiles)
             if (!fs::exists(home() / name))
                 std::ofstream(home() / name, std::ios::binary) << bytes;
-        }
     }
 
     // The shim, after the sanitizer's runtime if this test runs with one: that must come first.
@@ -163,9 +161,9 @@ protected:
         std::vector<char*> argv, envp;
         for (auto& arg : args)
             argv.push_back(arg.data());
-        argv.push_back(nullptr);
         for (auto& variable : env)
             envp.push_back(variable.data());
+        argv.push_back(nullptr);
         envp.push_back(nullptr);
 
         posix_spawn_file_actions_t actions;
@@ -198,12 +196,10 @@ protected:
         const Files files = snapshot(home());
         for (const auto& [name, bytes] : files) {
             const auto known = versions.find(name);
-            if (known == versions.end()) {
-                ++others;
-                EXPECT_TRUE(othersAllowed) << name << " is left over";
-            } else {
-                EXPECT_TRUE(known->second.count(bytes)) << name << " is not one of the file's whole versions";
-            }
+            others += known == versions.end() ? 1 : 0;
+            EXPECT_TRUE(othersAllowed || known != versions.end()) << name << " is left over";
+            EXPECT_TRUE(known == versions.end() || known->second.count(bytes))
+                << name << " is not one of the file's whole versions";
         }
         for (const auto& [name, bytes] : oldFiles)
             EXPECT_TRUE(files.count(name)) << name << " is lost";
@@ -213,14 +209,10 @@ protected:
     // The kill's aftermath, then the next start's; returns how many temporary files the kill left.
     int checkAfterKill()
     {
-        int left = 0;
-        {
-            SCOPED_TRACE("after the kill");
-            left = expectWholeFiles(true);
-        }
-        SCOPED_TRACE("after the next start");
+        const int left = expectWholeFiles(true);
         const int status = run("start.replay", {});
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << log();
+        SCOPED_TRACE("after the next start");
         expectWholeFiles(false);
         return left;
     }
@@ -233,15 +225,14 @@ protected:
 
 TEST_F(KillTest, AKillInsideAWriteLeavesTheOldFileOrTheNew)
 {
-    struct Case
+    const struct
     {
         const char* name;
         const char* call;
         const char* path; // a piece of the path of the file written
         int nth; // which matching call
         const char* when; // before the call, after it, or half of a write's bytes
-    };
-    const Case cases[] = {
+    } cases[] = {
         { "key map, inside the write", "write", "omkeys.cfg", 1, "half" },
         { "key map, before the sync", "fsync", "omkeys.cfg", 1, "before" },
         { "key map, before the rename", "rename", "omkeys.cfg", 1, "before" },
@@ -252,7 +243,7 @@ TEST_F(KillTest, AKillInsideAWriteLeavesTheOldFileOrTheNew)
         { "a list file, before the sync of its rewrite", "fsync", "l 3.lst", 2, "before" },
         { "a list file written twice a scan, before its third rename", "rename", "l23.lst", 3, "before" },
     };
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
         reset();
         const int status = run("script.replay",
