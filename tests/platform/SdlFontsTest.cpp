@@ -1,5 +1,4 @@
-// Tests of font look-up by name and of point sizes (fonts pinned to DejaVu); measuring and drawing text
-// are pinned by the scenario screenshots.
+// Tests of font look-up by name, point sizes and text measurement (fonts pinned to DejaVu).
 #include "platform/sdl/SdlFonts.h"
 
 #include <gtest/gtest.h>
@@ -44,6 +43,20 @@ TEST(SdlFonts, PointsBecomeWholePixelsAt96Dpi)
         { -4, 11 }, { kNaN, 11 }, { kInf, 11 }, { 1e12, 1000 } };
     for (const auto& [pt, px] : rows)
         EXPECT_EQ(SdlFonts::pixelSize(pt), px) << pt;
+}
+
+// The browser lays out lines by their measured size, so measuring and drawing must agree.
+TEST(SdlFonts, RenderedLinesHaveTheMeasuredSize)
+{
+    SdlFonts fonts;
+    const runtime::FontSpec regular { "DejaVu Sans", 12, false };
+    const auto size = fonts.measure(regular, "Pac-Man");
+    SurfacePtr line = fonts.renderLine(regular, "Pac-Man", 0xFF);
+    ASSERT_TRUE(line);
+    EXPECT_EQ((runtime::PixelSize { line->w, line->h }), size);
+    EXPECT_EQ(fonts.measure(regular, ""), (runtime::PixelSize { 0, size.h }));
+    EXPECT_FALSE(fonts.renderLine(regular, "", 0xFF));
+    EXPECT_GE(fonts.measure(regular, "caf\xe9\xff").w, 0) << "text that is not UTF-8 still measures";
 }
 
 } // namespace

@@ -1,5 +1,4 @@
-// Tests of painting what the replay's screenshots cannot show: damaged commands, picture placement at
-// its limits, the screenshot file itself, and the window.
+// Tests of painting a DrawList offscreen and in a window, and of screenshots.
 #include "platform/sdl/SdlRenderer.h"
 
 #include "SdlTestKit.h"
@@ -8,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <initializer_list>
+#include <tuple>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -33,6 +34,66 @@ DrawCommand command(DrawCommand::Kind kind, PixelRect rect, uint32_t colour, Pix
 DrawCommand fill(PixelRect rect, uint32_t colour, PixelRect clip = kScreen)
 {
     return command(DrawCommand::Kind::Fill, rect, colour, clip);
+}
+
+// Pixels of the area that are not black.
+int inkIn(SDL_Surface* surface, PixelRect area)
+{
+    int count = 0;
+    for (int y = area.y; y < area.y + area.h; ++y)
+        for (int x = area.x; x < area.x + area.w; ++x)
+            count += pixelAt(surface, x, y) != 0 ? 1 : 0;
+    return count;
+}
+
+// The scenario screenshots allow a small share of differing pixels and show only the demo skin's
+// colours, so the colour order, clips, borders and text placement are pinned here.
+TEST(SdlRenderer, FillsFramesAndTextLandInTheirBoxes)
+{
+    SdlFonts fonts;
+    SdlImages images;
+    auto renderer = SdlRenderer::offscreen({ kScreen.w, kScreen.h }, fonts, images);
+    ASSERT_TRUE(renderer);
+    auto expectPixels = [&](std::initializer_list<std::tuple<int, int, uint32_t>> pixels) {
+        for (const auto& [x, y, colour] : pixels)
+            EXPECT_EQ(pixelAt(renderer->surface(), x, y), colour) << "at " << x << "," << y;
+    };
+    // Red in the low byte; a later command paints over an earlier one, but not outside its clip.
+    renderer->present({ fill(kScreen, 0xFF0000), fill({ 10, 10, 20, 10 }, kRed),
+        fill({ 20, 0, 40, 48 }, 0x00FF00, { 25, 0, 5, 48 }) });
+    expectPixels({ { 0, 0, 0x0000FF }, { 10, 10, 0xFF0000 }, { 29, 19, 0x00FF00 }, { 24, 19, 0xFF0000 },
+        { 30, 19, 0x0000FF } });
+
+    // A border inside its box; one wider than half the box fills it.
+    DrawCommand frame = command(DrawCommand::Kind::Frame, { 10, 10, 20, 16 }, 0x00FF00);
+    frame.lineWidth = 2;
+    DrawCommand thick = frame;
+    thick.rect = { 40, 10, 6, 6 };
+    thick.lineWidth = 9;
+    renderer->present({ frame, thick });
+    expectPixels({ { 10, 10, 0x00FF00 }, { 11, 11, 0x00FF00 }, { 12, 12, 0 }, { 29, 25, 0x00FF00 },
+        { 30, 25, 0 }, { 43, 13, 0x00FF00 }, { 43, 16, 0 } });
+
+    // Text hangs from the top of its box, at the side it is aligned to, and stays in its clip.
+    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 10, 64, 20 }, 0xFFFFFF);
+    text.text = "Hi";
+    const struct
+    {
+        runtime::TextAlign align;
+        PixelRect inked, blank;
+    } rows[] = { { runtime::TextAlign::Left, { 0, 10, 21, 20 }, { 43, 0, 21, 48 } },
+        { runtime::TextAlign::Right, { 43, 10, 21, 20 }, { 0, 0, 21, 48 } },
+        { runtime::TextAlign::Center, { 16, 10, 32, 20 }, { 0, 0, 16, 48 } } };
+    for (const auto& row : rows) {
+        text.align = row.align;
+        renderer->present({ text });
+        EXPECT_GT(inkIn(renderer->surface(), row.inked), 10) << static_cast<int>(row.align);
+        EXPECT_EQ(inkIn(renderer->surface(), row.blank) + inkIn(renderer->surface(), { 0, 0, 64, 10 }), 0);
+    }
+    text.align = runtime::TextAlign::Left;
+    text.clip = { 0, 10, 5, 20 };
+    renderer->present({ text });
+    EXPECT_EQ(inkIn(renderer->surface(), { 5, 0, 59, 48 }), 0);
 }
 
 TEST(SdlRenderer, ContainPlacementAtItsLimits)
