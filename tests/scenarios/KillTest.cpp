@@ -67,17 +67,14 @@ Files snapshot(const fs::path& home)
     return files;
 }
 
-// The sanitizer's runtime this test runs with, if any: it must come first among preloaded libraries.
-std::string sanitizerRuntime()
+// LD_PRELOAD for the shim, after the sanitizer's runtime if this test runs with one: that must come first.
+std::string preload()
 {
     std::ifstream maps("/proc/self/maps");
-    std::string line;
-    while (std::getline(maps, line)) {
-        const size_t at = line.find('/');
-        if (at != std::string::npos && line.find("/libasan.so") != std::string::npos)
-            return line.substr(at);
-    }
-    return {};
+    for (std::string line; std::getline(maps, line);)
+        if (line.find("/libasan.so") != std::string::npos)
+            return "LD_PRELOAD=" + line.substr(line.find('/')) + ":" + OMBREL_KILL_SHIM;
+    return std::string("LD_PRELOAD=") + OMBREL_KILL_SHIM;
 }
 
 class KillTest : public ::testing::Test
@@ -140,13 +137,6 @@ protected:
         for (const auto& [name, bytes] : oldFiles)
             if (!fs::exists(home() / name))
                 std::ofstream(home() / name, std::ios::binary) << bytes;
-    }
-
-    // The shim, after the sanitizer's runtime if this test runs with one: that must come first.
-    static std::string preload()
-    {
-        const std::string asan = sanitizerRuntime();
-        return "LD_PRELOAD=" + (asan.empty() ? "" : asan + ":") + OMBREL_KILL_SHIM;
     }
 
     // Runs the program over home() with a script of runs(), killed after killAfterMs if that is not
