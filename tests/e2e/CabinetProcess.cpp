@@ -10,9 +10,8 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -36,19 +35,12 @@ std::vector<char*> pointers(std::vector<std::string>& words)
     return out;
 }
 
-// The test's environment with the given entries put over it.
+// The given entries, then the test's environment: the first of two entries of one name is the one read.
 std::vector<std::string> environment(const std::vector<std::string>& over)
 {
     std::vector<std::string> out(over);
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        const std::string name = text.substr(0, text.find('='));
-        bool replaced = false;
-        for (const auto& mine : over)
-            replaced = replaced || mine.substr(0, mine.find('=')) == name;
-        if (!replaced)
-            out.push_back(text);
-    }
+    for (char** entry = environ; *entry != nullptr; ++entry)
+        out.emplace_back(*entry);
     return out;
 }
 
@@ -77,10 +69,9 @@ bool onPath(const std::string& program)
 {
     const char* path = std::getenv("PATH");
     std::stringstream folders(path ? path : "");
-    for (std::string folder; std::getline(folders, folder, ':');) {
+    for (std::string folder; std::getline(folders, folder, ':');)
         if (!folder.empty() && ::access((folder + "/" + program).c_str(), X_OK) == 0)
             return true;
-    }
     return false;
 }
 
@@ -90,9 +81,7 @@ CabinetProcess::CabinetProcess(const std::string& binary, const std::string& hom
     , m_display(display)
 {
     std::vector<std::string> over(env);
-    over.push_back("DISPLAY=" + display);
-    over.push_back("SDL_VIDEODRIVER=x11");
-    over.push_back("SDL_AUDIODRIVER=dummy");
+    over.insert(over.end(), { "DISPLAY=" + display, "SDL_VIDEODRIVER=x11", "SDL_AUDIODRIVER=dummy" });
     std::vector<std::string> envWords = environment(over);
     std::vector<std::string> argWords = { binary, "--home", home, "--trace", home + "/run.trace" };
 
@@ -183,29 +172,18 @@ std::string CabinetProcess::traceText() const
 
 std::optional<std::string> CabinetProcess::xdotool(const std::vector<std::string>& args) const
 {
-    int fds[2];
-    if (::pipe2(fds, O_CLOEXEC) != 0)
+    std::string command = "DISPLAY=" + m_display + " xdotool";
+    for (const std::string& arg : args)
+        command += " '" + arg + "'"; // no argument of these tests holds a quote
+    FILE* pipe = ::popen((command + " 2>/dev/null").c_str(), "r");
+    if (!pipe)
         return std::nullopt;
-    std::vector<std::string> argWords { "xdotool" };
-    argWords.insert(argWords.end(), args.begin(), args.end());
-    std::vector<std::string> envWords = environment({ "DISPLAY=" + m_display });
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, fds[1], 1);
-    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-    auto argv = pointers(argWords);
-    auto envp = pointers(envWords);
-    pid_t pid = 0;
-    const int rc = posix_spawnp(&pid, "xdotool", &actions, nullptr, argv.data(), envp.data());
-    posix_spawn_file_actions_destroy(&actions);
-    ::close(fds[1]);
     std::string out;
     char buffer[256];
-    for (ssize_t n; rc == 0 && (n = ::read(fds[0], buffer, sizeof buffer)) > 0;)
-        out.append(buffer, static_cast<size_t>(n));
-    ::close(fds[0]);
-    int status = 0;
-    if (rc != 0 || ::waitpid(pid, &status, 0) != pid || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
+    for (size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+        out.append(buffer, n);
+    const int status = ::pclose(pipe);
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
         return std::nullopt;
     return out;
 }

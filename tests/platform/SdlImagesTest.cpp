@@ -13,80 +13,63 @@ namespace {
 
 using test::writeTwoColourPng;
 
-TEST(SdlImages, ProbeTellsSizeOrFailure)
+class SdlImagesTest : public ::testing::Test
 {
+protected:
+    // A picture of w x 3 pixels named name.png; its path.
+    std::string picture(const std::string& name, int w = 4)
+    {
+        const std::string path = home.path() + name + ".png";
+        EXPECT_TRUE(writeTwoColourPng(path, w, 3, 0xFF, 0xFF00));
+        return path;
+    }
     ombrel::test::TempHome home;
-    ASSERT_TRUE(writeTwoColourPng(home.path() + "snap.png", 6, 4, 0xFF0000, 0x00FF00));
+};
+
+TEST_F(SdlImagesTest, BadFilesFailOnceUntilTheyChange)
+{
     home.write("broken.png", "\x89PNG\r\n\x1a\n this is not a picture");
     home.write("empty.png", "");
     std::filesystem::create_directories(home.root() / "folder.png");
-
     SdlImages images;
-    EXPECT_EQ(images.probe(home.path() + "snap.png"), (runtime::PixelSize { 6, 4 }));
-    for (const std::string& bad : { home.path() + "missing.png", home.path() + "broken.png",
-             home.path() + "empty.png", home.path() + "folder.png", std::string() })
-        EXPECT_FALSE(images.probe(bad)) << bad;
-}
-
-TEST(SdlImages, DecodesOnceUntilTheFileChanges)
-{
-    ombrel::test::TempHome home;
-    const std::string path = home.path() + "logo.png";
-    home.write("logo.png", "not a picture");
-
-    SdlImages images;
+    for (const char* bad : { "missing.png", "broken.png", "empty.png", "folder.png", "" })
+        EXPECT_FALSE(images.probe(*bad ? home.path() + bad : "")) << bad;
+    const std::string path = home.path() + "broken.png";
+    const int decodes = images.decodeCount();
     EXPECT_FALSE(images.probe(path));
-    EXPECT_FALSE(images.probe(path));
-    EXPECT_EQ(images.decodeCount(), 1) << "a failure is remembered";
+    EXPECT_EQ(images.decodeCount(), decodes) << "a failure is remembered";
 
-    ASSERT_TRUE(writeTwoColourPng(path, 8, 2, 0, 0));
+    picture("broken", 8);
     // Make sure the replacement's time differs even on a coarse clock.
     std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) + std::chrono::seconds(5));
-    EXPECT_EQ(images.probe(path), (runtime::PixelSize { 8, 2 }));
-    EXPECT_EQ(images.decodeCount(), 2);
+    EXPECT_EQ(images.probe(path), (runtime::PixelSize { 8, 3 }));
     EXPECT_TRUE(images.picture(path));
-    EXPECT_EQ(images.decodeCount(), 2);
-
+    EXPECT_EQ(images.decodeCount(), decodes + 1);
     std::filesystem::remove(path);
     EXPECT_FALSE(images.picture(path)) << "a removed file no longer shows";
 }
 
-TEST(SdlImages, PrefetchDecodesAhead)
+TEST_F(SdlImagesTest, PrefetchDecodesAheadOnce)
 {
-    ombrel::test::TempHome home;
-    for (int i = 0; i < 5; ++i)
-        ASSERT_TRUE(writeTwoColourPng(home.path() + std::to_string(i) + ".png", 3 + i, 3, 0xFF, 0xFF00));
-
     SdlImages images;
     for (int i = 0; i < 5; ++i)
-        images.prefetch(home.path() + std::to_string(i) + ".png");
+        images.prefetch(picture(std::to_string(i), 3 + i));
     images.prefetch(home.path() + "0.png");
     images.waitIdle();
     EXPECT_EQ(images.decodeCount(), 5);
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(images.probe(home.path() + std::to_string(i) + ".png"), (runtime::PixelSize { 3 + i, 3 }));
-    EXPECT_EQ(images.decodeCount(), 5) << "probes after a prefetch decode nothing";
+    EXPECT_EQ(images.decodeCount(), 5);
 }
 
-TEST(SdlImages, LeastRecentlyUsedLeaveFirst)
+TEST_F(SdlImagesTest, LeastRecentlyUsedLeaveFirst)
 {
-    ombrel::test::TempHome home;
-    const std::string a = home.path() + "a.png";
-    const std::string b = home.path() + "b.png";
-    const std::string c = home.path() + "c.png";
-    for (const auto& path : { a, b, c })
-        ASSERT_TRUE(writeTwoColourPng(path, 4, 4, 0, 0));
-
+    const std::string a = picture("a"), b = picture("b"), c = picture("c");
     SdlImages::Limits limits;
     limits.maxEntries = 2;
     SdlImages images(limits, 0);
-    images.probe(a);
-    images.probe(b);
-    images.probe(a); // b is now the oldest
-    images.probe(c);
-    EXPECT_EQ(images.cachedCount(), 2u);
-    EXPECT_EQ(images.decodeCount(), 3);
-    images.probe(a);
+    for (const auto& path : { a, b, a, c, a }) // b is the oldest when c comes
+        images.probe(path);
     EXPECT_EQ(images.decodeCount(), 3);
     images.probe(b);
     EXPECT_EQ(images.decodeCount(), 4);

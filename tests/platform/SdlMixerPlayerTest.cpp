@@ -28,47 +28,40 @@ protected:
     ombrel::test::TempHome home;
     const std::string com = home.path() + "com.wav";
     const std::string longWav = home.path() + "long.wav";
+    SdlMixerPlayers players { loop, trace, home.path() };
 };
 
-TEST_F(SdlMixerPlayerTest, EffectPlaysToItsEnd)
+// Changes are reported on a later turn of the loop, never from inside the calls, and the end last.
+TEST_F(SdlMixerPlayerTest, PlayStateChangesArriveOnTheLoop)
 {
-    SdlMixerPlayers players(loop, trace, home.path());
     ASSERT_TRUE(players.hasSound());
-    auto fx = players.create("mpFX", MediaKind::Effect);
-    fx->setFileName(com);
-    EXPECT_EQ(fx->fileName(), com);
-    EXPECT_NEAR(fx->duration(), 0.2, 0.01);
-    fx->play();
-    EXPECT_EQ(fx->playState(), kPlaying);
-    runUntilChangeTo(*fx, kStopped);
-    EXPECT_EQ(fx->playState(), kStopped);
-    // The start reported first, then the end; neither from inside play().
-    EXPECT_EQ(changes, (Changes { { 0, 2 }, { 2, 0 } }));
-    EXPECT_EQ(trace.lines,
-        (std::vector<std::string> { "media mpFX open com.wav", "media mpFX play", "media mpFX end" }));
-}
-
-TEST_F(SdlMixerPlayerTest, StopReportsTheChangeOnTheLoop)
-{
-    SdlMixerPlayers players(loop, trace);
     auto song = players.create("mpSaver", MediaKind::Song);
     song->setFileName(longWav);
-    ASSERT_FALSE(song->fileName().empty());
     recordChanges(*song);
     song->play();
     song->pause();
     EXPECT_EQ(song->playState(), kPaused);
     song->play();
     song->stop();
-    EXPECT_EQ(song->playState(), kStopped);
-    EXPECT_TRUE(changes.empty()) << "changes arrive on a later turn, not inside the calls";
+    EXPECT_TRUE(changes.empty());
     loop.doEvents();
     EXPECT_EQ(changes, (Changes { { 0, 2 }, { 2, 1 }, { 1, 2 }, { 2, 0 } }));
+
+    changes.clear();
+    auto fx = players.create("mpFX", MediaKind::Effect);
+    fx->setFileName(com);
+    EXPECT_NEAR(fx->duration(), 0.2, 0.01);
+    fx->play();
+    runUntilChangeTo(*fx, kStopped);
+    EXPECT_EQ(changes, (Changes { { 0, 2 }, { 2, 0 } }));
+    EXPECT_EQ(trace.lines,
+        (std::vector<std::string> { "media mpSaver open long.wav", "media mpSaver play",
+            "media mpSaver pause", "media mpSaver play", "media mpSaver stop", "media mpFX open com.wav",
+            "media mpFX play", "media mpFX end" }));
 }
 
-TEST_F(SdlMixerPlayerTest, ANewSongEndsTheOtherPlayersSong)
+TEST_F(SdlMixerPlayerTest, ANewSongOrFileEndsTheOldPlayWithoutTakingItsEnd)
 {
-    SdlMixerPlayers players(loop, trace);
     auto first = players.create("one", MediaKind::Song);
     auto second = players.create("two", MediaKind::Song);
     first->setFileName(longWav);
@@ -76,13 +69,8 @@ TEST_F(SdlMixerPlayerTest, ANewSongEndsTheOtherPlayersSong)
     first->play();
     second->play();
     runUntilChangeTo(*first, kStopped);
-    EXPECT_EQ(first->playState(), kStopped);
     EXPECT_EQ(second->playState(), kPlaying);
-}
 
-TEST_F(SdlMixerPlayerTest, OpeningAnotherFileEndsThePlayWithoutAReport)
-{
-    SdlMixerPlayers players(loop, trace);
     auto fx = players.create("mpFX", MediaKind::Effect);
     fx->setFileName(longWav);
     fx->play();
@@ -92,13 +80,11 @@ TEST_F(SdlMixerPlayerTest, OpeningAnotherFileEndsThePlayWithoutAReport)
     EXPECT_EQ(fx->playState(), kStopped);
     fx->play();
     runUntilChangeTo(*fx, kStopped);
-    EXPECT_EQ(changes, (Changes { { 0, 2 }, { 2, 0 } }))
-        << "the end of the first file is not taken for the end of the second";
+    EXPECT_EQ(changes, (Changes { { 0, 2 }, { 2, 0 } })) << "the first file's end is not the second's";
 }
 
 TEST_F(SdlMixerPlayerTest, FilesThatCannotPlayReadBackEmpty)
 {
-    SdlMixerPlayers players(loop, trace, home.path());
     home.write("notes.mp3", "these are not sounds");
     for (auto kind : { MediaKind::Effect, MediaKind::Song, MediaKind::Film }) {
         auto player = players.create("p", kind);
@@ -116,7 +102,6 @@ TEST_F(SdlMixerPlayerTest, FilesThatCannotPlayReadBackEmpty)
 
 TEST_F(SdlMixerPlayerTest, ManyPlayersEachGetAChannel)
 {
-    SdlMixerPlayers players(loop, trace);
     std::vector<std::unique_ptr<MediaPlayer>> all;
     for (int i = 0; i < 40; ++i) {
         all.push_back(players.create("fx" + std::to_string(i), MediaKind::Effect));
@@ -134,11 +119,10 @@ TEST_F(SdlMixerPlayerTest, WithoutASoundDeviceThePlayersAreSilentButKeepTime)
     const char* before = std::getenv("SDL_AUDIODRIVER");
     std::string saved = before ? before : "";
     setenv("SDL_AUDIODRIVER", "no-such-driver", 1);
-    SdlMixerPlayers players(loop, trace, home.path());
+    SdlMixerPlayers silent(loop, trace, home.path());
     setenv("SDL_AUDIODRIVER", saved.c_str(), 1);
-    EXPECT_FALSE(players.hasSound());
-
-    auto fx = players.create("mpFX", MediaKind::Effect);
+    EXPECT_FALSE(silent.hasSound());
+    auto fx = silent.create("mpFX", MediaKind::Effect);
     fx->setFileName(com);
     EXPECT_EQ(fx->fileName(), com);
     fx->play();
@@ -150,12 +134,10 @@ TEST_F(SdlMixerPlayerTest, WithoutASoundDeviceThePlayersAreSilentButKeepTime)
 
 TEST(SdlMixerVolume, HundredthsOfADecibelToMixerLevels)
 {
-    const std::pair<int, int> rows[] = { { 0, 128 }, { 500, 128 }, { -600, 64 }, { -2000, 13 }, { -4000, 1 },
-        { -10000, 0 }, { -20000, 0 }, { INT_MIN, 0 }, { INT_MAX, 128 } };
-    for (const auto& [hundredthsDb, level] : rows) {
-        SCOPED_TRACE(hundredthsDb);
-        EXPECT_EQ(mixerVolume(hundredthsDb), level);
-    }
+    const std::pair<int, int> rows[] = { { 500, 128 }, { -600, 64 }, { -2000, 13 }, { -4000, 1 },
+        { -10000, 0 }, { INT_MIN, 0 }, { INT_MAX, 128 } };
+    for (const auto& [hundredthsDb, level] : rows)
+        EXPECT_EQ(mixerVolume(hundredthsDb), level) << hundredthsDb;
 }
 
 TEST(AvProbe, MediaDuration)

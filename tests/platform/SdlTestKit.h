@@ -26,11 +26,13 @@ inline bool writeTwoColourPng(const std::string& path, int w, int h, uint32_t le
     SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormat(0, w, h, 32, SDL_PIXELFORMAT_RGB888);
     if (!surface)
         return false;
-    SDL_Rect l { 0, 0, w / 2, h };
-    SDL_Rect r { w / 2, 0, w - w / 2, h };
-    SDL_FillRect(surface, &l, SDL_MapRGB(surface->format, Uint8(left >> 16), Uint8(left >> 8), Uint8(left)));
-    SDL_FillRect(
-        surface, &r, SDL_MapRGB(surface->format, Uint8(right >> 16), Uint8(right >> 8), Uint8(right)));
+    SDL_Rect halves[] = { { 0, 0, w / 2, h }, { w / 2, 0, w - w / 2, h } };
+    const uint32_t colours[] = { left, right };
+    for (int i = 0; i < 2; ++i) {
+        const uint32_t c = colours[i];
+        SDL_FillRect(
+            surface, &halves[i], SDL_MapRGB(surface->format, Uint8(c >> 16), Uint8(c >> 8), Uint8(c)));
+    }
     const bool ok = IMG_SavePNG(surface, path.c_str()) == 0;
     SDL_FreeSurface(surface);
     return ok;
@@ -39,28 +41,15 @@ inline bool writeTwoColourPng(const std::string& path, int w, int h, uint32_t le
 // A WAV file of silence: 16-bit mono at 22050 Hz.
 inline void writeSilentWav(const std::string& path, double seconds)
 {
-    const uint32_t rate = 22050;
-    const uint32_t frames = static_cast<uint32_t>(seconds * rate);
-    const uint32_t dataBytes = frames * 2;
-    std::vector<char> bytes;
-    auto put
-        = [&](const void* p, size_t n) { bytes.insert(bytes.end(), (const char*)p, (const char*)p + n); };
-    auto u32 = [&](uint32_t v) { put(&v, 4); };
-    auto u16 = [&](uint16_t v) { put(&v, 2); };
-    put("RIFF", 4);
-    u32(36 + dataBytes);
-    put("WAVEfmt ", 8);
-    u32(16);
-    u16(1); // PCM
-    u16(1); // mono
-    u32(rate);
-    u32(rate * 2);
-    u16(2);
-    u16(16);
-    put("data", 4);
-    u32(dataBytes);
-    bytes.resize(bytes.size() + dataBytes, 0);
-    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    const uint32_t rate = 22050, dataBytes = static_cast<uint32_t>(seconds * rate) * 2;
+    // RIFF size, format size, PCM, mono, rate, bytes a second, bytes a frame, bits, data size.
+    const uint32_t fields[]
+        = { 36 + dataBytes, 16, 1 | (1 << 16), rate, rate * 2, 2 | (16 << 16), dataBytes };
+    std::ofstream out(path, std::ios::binary);
+    out.write("RIFF", 4).write(reinterpret_cast<const char*>(&fields[0]), 4).write("WAVEfmt ", 8);
+    out.write(reinterpret_cast<const char*>(&fields[1]), 20).write("data", 4);
+    out.write(reinterpret_cast<const char*>(&fields[6]), 4);
+    out << std::string(dataBytes, '\0');
 }
 
 // The colour of a pixel of a 32-bit surface as 0xRRGGBB.
@@ -72,9 +61,7 @@ inline uint32_t pixelAt(SDL_Surface* surface, int x, int y)
     uint32_t raw = 0;
     SDL_memcpy(&raw, row + x * 4, 4);
     SDL_UnlockSurface(surface);
-    Uint8 r = 0;
-    Uint8 g = 0;
-    Uint8 b = 0;
+    Uint8 r = 0, g = 0, b = 0;
     SDL_GetRGB(raw, surface->format, &r, &g, &b);
     return (uint32_t(r) << 16) | (uint32_t(g) << 8) | b;
 }

@@ -48,8 +48,6 @@ public:
         close(m_stop[0]);
         close(m_stop[1]);
     }
-    StandInLogind(const StandInLogind&) = delete;
-    StandInLogind& operator=(const StandInLogind&) = delete;
 
     int powerOffCalls() const { return m_powerOffCalls; }
     bool askedInteractive() const { return m_interactive; }
@@ -75,24 +73,17 @@ private:
             close(fd);
             return;
         }
-        static const sd_bus_vtable vtable[] = {
-            SD_BUS_VTABLE_START(0),
+        static const sd_bus_vtable vtable[] = { SD_BUS_VTABLE_START(0),
             SD_BUS_METHOD("CanPowerOff", "", "s", canPowerOff, SD_BUS_VTABLE_UNPRIVILEGED),
-            SD_BUS_METHOD("PowerOff", "b", "", powerOff, SD_BUS_VTABLE_UNPRIVILEGED),
-            SD_BUS_VTABLE_END,
-        };
+            SD_BUS_METHOD("PowerOff", "b", "", powerOff, SD_BUS_VTABLE_UNPRIVILEGED), SD_BUS_VTABLE_END };
         sd_bus_set_fd(bus, fd, fd);
         sd_bus_set_server(bus, 1, id);
         sd_bus_add_object_vtable(
             bus, nullptr, "/org/freedesktop/login1", "org.freedesktop.login1.Manager", vtable, this);
-        if (sd_bus_start(bus) >= 0) {
-            for (;;) {
-                int r = sd_bus_process(bus, nullptr);
-                if (r < 0)
-                    break;
-                if (r == 0 && sd_bus_wait(bus, UINT64_MAX) < 0)
-                    break;
-            }
+        for (int r = sd_bus_start(bus); r >= 0;) {
+            r = sd_bus_process(bus, nullptr);
+            if (r == 0)
+                r = sd_bus_wait(bus, UINT64_MAX);
         }
         sd_bus_close_unref(bus);
     }
@@ -128,16 +119,14 @@ private:
 // is asked for without a prompt, and the check never powers off.
 TEST(LogindPower, CheckAndPowerOffGiveLogindsAnswerAndItsReason)
 {
-    struct Row
+    const struct
     {
         const char* name;
         const char* answer; // to CanPowerOff; nullptr: nothing listens on the bus
         bool refuse; // PowerOff is denied
         bool powerOff; // call powerOff() rather than the check
-        int result;
-        int error;
-    };
-    const Row rows[] = {
+        int result, error;
+    } rows[] = {
         { "yes", "yes", false, false, 0, 0 },
         { "challenge", "challenge", false, false, 0, 0 },
         { "no", "no", false, false, kErrNoPrivilege, EPERM },

@@ -31,20 +31,15 @@ std::vector<Record> records(const std::string& bytes)
     return out;
 }
 
-KeyPacing noGap()
-{
-    KeyPacing pacing;
-    pacing.gap = 0ms;
-    return pacing;
-}
-
 TEST(UinputKeyInjector, WritesAKeyRecordAndAReportPerEventInOrder)
 {
     test::TempHome home;
     test::RecordingTrace trace;
     const std::string path = home.write("uinput", "");
     {
-        auto keys = UinputKeyInjector::open(trace, path, noGap());
+        KeyPacing noGap;
+        noGap.gap = 0ms;
+        auto keys = UinputKeyInjector::open(trace, path, noGap);
         ASSERT_NE(keys, nullptr);
         keys->keyEvent(65, false);
         keys->keyEvent(65, true);

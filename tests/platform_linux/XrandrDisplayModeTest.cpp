@@ -17,35 +17,27 @@
 namespace ombrel::platform::linux {
 namespace {
 
-struct Timing
-{
-    unsigned width, height;
-    unsigned long dotClock; // 0: a mode without timings, as Xvfb's own
-    unsigned hTotal, vTotal;
-};
-
-// Gives the server's only output a mode it did not start with, as a monitor would list it.
-void addMode(const std::string& display, const Timing& timing)
+// Gives the server's only output a mode it did not start with, as a monitor would list it (dotClock 0:
+// a mode without timings, as Xvfb's own).
+void addMode(const std::string& display, unsigned width, unsigned height, unsigned long dotClock = 0,
+    unsigned hTotal = 0, unsigned vTotal = 0)
 {
     Display* dpy = XOpenDisplay(display.c_str());
     ASSERT_NE(dpy, nullptr);
     Window root = DefaultRootWindow(dpy);
     XRRScreenResources* res = XRRGetScreenResources(dpy, root);
-    ASSERT_NE(res, nullptr);
-    ASSERT_GE(res->noutput, 1);
-    std::string name = std::to_string(timing.width) + "x" + std::to_string(timing.height) + "_"
-        + std::to_string(timing.dotClock) + "_" + std::to_string(timing.hTotal) + "_"
-        + std::to_string(timing.vTotal);
+    ASSERT_TRUE(res && res->noutput >= 1);
+    std::string name = std::to_string(width) + "x" + std::to_string(height) + "_" + std::to_string(dotClock)
+        + "_" + std::to_string(hTotal) + "_" + std::to_string(vTotal);
     XRRModeInfo info {};
-    info.width = timing.width;
-    info.height = timing.height;
-    info.dotClock = timing.dotClock;
-    info.hTotal = timing.hTotal;
-    info.vTotal = timing.vTotal;
+    info.width = width;
+    info.height = height;
+    info.dotClock = dotClock;
+    info.hTotal = hTotal;
+    info.vTotal = vTotal;
     info.name = name.data();
     info.nameLength = static_cast<unsigned>(name.size());
-    RRMode mode = XRRCreateMode(dpy, root, &info);
-    XRRAddOutputMode(dpy, res->outputs[0], mode);
+    XRRAddOutputMode(dpy, res->outputs[0], XRRCreateMode(dpy, root, &info));
     XSync(dpy, False);
     XRRFreeScreenResources(res);
     XCloseDisplay(dpy);
@@ -76,9 +68,9 @@ int shownRefreshTenths(const std::string& display)
 class XrandrDisplayModeTest : public ::testing::Test
 {
 protected:
-    void start(const char* screen)
+    void SetUp() override
     {
-        m_server = test::XvfbServer::start(screen);
+        m_server = test::XvfbServer::start("1024x768x24");
         if (!m_server)
             GTEST_SKIP() << "Xvfb could not start";
         m_display = XrandrDisplayMode::open(m_server->name().c_str());
@@ -92,9 +84,6 @@ protected:
 // for the whole server, and restore goes back to the desktop's.
 TEST_F(XrandrDisplayModeTest, SwitchesToAListedModeAndBackAndRefusesImpossibleOnes)
 {
-    start("1024x768x24");
-    if (IsSkipped())
-        return;
     const runtime::PixelSize desktop { 1024, 768 }, small { 640, 480 };
     EXPECT_EQ(m_display->desktopSize(), desktop);
     // The depth is not the server's to change, so any depth is taken.
@@ -104,7 +93,7 @@ TEST_F(XrandrDisplayModeTest, SwitchesToAListedModeAndBackAndRefusesImpossibleOn
         EXPECT_EQ(m_display->change(w, h, 32, 0), kModeBad) << w << "x" << h;
     EXPECT_EQ(m_display->desktopSize(), desktop);
 
-    addMode(m_server->name(), { 640, 480, 0, 0, 0 });
+    addMode(m_server->name(), 640, 480);
     // The mode was added after the display was opened: it is found all the same.
     ASSERT_EQ(m_display->change(640, 480, 32, 0), 0);
     EXPECT_EQ(m_display->desktopSize(), small);
@@ -119,24 +108,19 @@ TEST_F(XrandrDisplayModeTest, SwitchesToAListedModeAndBackAndRefusesImpossibleOn
 
 TEST_F(XrandrDisplayModeTest, RefreshRatesChooseAmongModesOfOneSize)
 {
-    start("1024x768x24");
-    if (IsSkipped())
-        return;
     const std::string& name = m_server->name();
-    addMode(name, { 640, 480, 25175000, 800, 525 }); // 59.94 Hz
-    addMode(name, { 640, 480, 31500000, 832, 520 }); // 72.8 Hz
-    addMode(name, { 640, 480, 31500000, 840, 500 }); // 75 Hz
-    addMode(name, { 800, 600, 40000000, 1056, 628 }); // 60.3 Hz
-    addMode(name, { 800, 600, 49500000, 1056, 625 }); // 75 Hz
+    addMode(name, 640, 480, 25175000, 800, 525); // 59.94 Hz
+    addMode(name, 640, 480, 31500000, 832, 520); // 72.8 Hz
+    addMode(name, 640, 480, 31500000, 840, 500); // 75 Hz
+    addMode(name, 800, 600, 40000000, 1056, 628); // 60.3 Hz
+    addMode(name, 800, 600, 49500000, 1056, 625); // 75 Hz
 
-    struct Step
+    const struct
     {
         const char* name;
-        int width, height, freq;
-        int result;
+        int width, height, freq, result;
         int shownTenths; // what the server shows afterwards
-    };
-    const Step steps[] = {
+    } steps[] = {
         { "no refresh and none to keep: the highest", 640, 480, 0, 0, 750 },
         { "a refresh within 1 Hz of a mode's", 640, 480, 60, 0, 599 },
         { "the nearest of two", 640, 480, 73, 0, 728 },

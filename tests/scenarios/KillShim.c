@@ -40,11 +40,10 @@ static int chosen(const char* call, const char* path)
 static enum When when(void)
 {
     const char* text = getenv("OMBREL_KILL_WHEN");
-    if (text && strcmp(text, "half") == 0)
-        return kHalf;
-    if (text && strcmp(text, "after") == 0)
-        return kAfter;
-    return kBefore;
+    return !text                     ? kBefore
+        : strcmp(text, "half") == 0  ? kHalf
+        : strcmp(text, "after") == 0 ? kAfter
+                                     : kBefore;
 }
 
 /* The path an open file descriptor stands for, in buffer; NULL if unknown. */
@@ -77,16 +76,12 @@ static void die(void)
 ssize_t write(int fd, const void* bytes, size_t count)
 {
     static WriteFn real;
-    if (!real)
-        real = (WriteFn)next("write");
+    real = real ? real : (WriteFn)next("write");
     char path[4096];
     if (fd <= 2 || !chosen("write", pathOf(fd, path, sizeof path)))
         return real(fd, bytes, count);
-    enum When at = when();
-    if (at == kHalf)
-        real(fd, bytes, count / 2);
-    else if (at == kAfter)
-        real(fd, bytes, count);
+    if (when() != kBefore)
+        real(fd, bytes, when() == kHalf ? count / 2 : count);
     die();
     return -1;
 }
@@ -94,8 +89,7 @@ ssize_t write(int fd, const void* bytes, size_t count)
 int fsync(int fd)
 {
     static FsyncFn real;
-    if (!real)
-        real = (FsyncFn)next("fsync");
+    real = real ? real : (FsyncFn)next("fsync");
     char path[4096];
     if (!chosen("fsync", pathOf(fd, path, sizeof path)))
         return real(fd);
@@ -114,27 +108,24 @@ static void record(const char* path, WriteFn realWrite)
         return;
     struct timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
-    long long micros = (long long)now.tv_sec * 1000000 + now.tv_nsec / 1000;
     const char* slash = strrchr(path, '/');
     char copy[4096];
-    snprintf(copy, sizeof copy, "%s/%d-%lld-%s", folder, ++count, micros, slash ? slash + 1 : path);
-    int in = open(path, O_RDONLY | O_CLOEXEC);
-    int out = open(copy, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    snprintf(copy, sizeof copy, "%s/%d-%lld-%s", folder, ++count,
+        (long long)now.tv_sec * 1000000 + now.tv_nsec / 1000, slash ? slash + 1 : path);
+    int in = open(path, O_RDONLY | O_CLOEXEC),
+        out = open(copy, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     char buffer[65536];
     ssize_t got;
     while (in >= 0 && out >= 0 && (got = read(in, buffer, sizeof buffer)) > 0)
         realWrite(out, buffer, (size_t)got);
-    if (in >= 0)
-        close(in);
-    if (out >= 0)
-        close(out);
+    close(in); /* a failed open gave -1, which close only refuses */
+    close(out);
 }
 
 int rename(const char* from, const char* to)
 {
     static RenameFn real;
-    if (!real)
-        real = (RenameFn)next("rename");
+    real = real ? real : (RenameFn)next("rename");
     if (!chosen("rename", to)) {
         int result = real(from, to);
         if (result == 0)

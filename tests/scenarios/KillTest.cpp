@@ -61,24 +61,20 @@ std::string readAll(const fs::path& path)
 Files snapshot(const fs::path& home)
 {
     Files files;
-    for (const auto& entry : fs::recursive_directory_iterator(home)) {
+    for (const auto& entry : fs::recursive_directory_iterator(home))
         if (!entry.is_directory())
             files[fs::relative(entry.path(), home).string()] = readAll(entry.path());
-    }
     return files;
 }
 
-// The sanitizer's runtime this test runs with, if any: it must come first among preloaded libraries.
-std::string sanitizerRuntime()
+// LD_PRELOAD for the shim, after the sanitizer's runtime if this test runs with one: that must come first.
+std::string preload()
 {
     std::ifstream maps("/proc/self/maps");
-    std::string line;
-    while (std::getline(maps, line)) {
-        const size_t at = line.find('/');
-        if (at != std::string::npos && line.find("/libasan.so") != std::string::npos)
-            return line.substr(at);
-    }
-    return {};
+    for (std::string line; std::getline(maps, line);)
+        if (line.find("/libasan.so") != std::string::npos)
+            return "LD_PRELOAD=" + line.substr(line.find('/')) + ":" + OMBREL_KILL_SHIM;
+    return std::string("LD_PRELOAD=") + OMBREL_KILL_SHIM;
 }
 
 class KillTest : public ::testing::Test
@@ -138,17 +134,9 @@ protected:
             else if (old->second != bytes)
                 std::ofstream(home() / name, std::ios::binary | std::ios::trunc) << old->second;
         }
-        for (const auto& [name, bytes] : oldFiles) {
+        for (const auto& [name, bytes] : oldFiles)
             if (!fs::exists(home() / name))
                 std::ofstream(home() / name, std::ios::binary) << bytes;
-        }
-    }
-
-    // The shim, after the sanitizer's runtime if this test runs with one: that must come first.
-    static std::string preload()
-    {
-        const std::string asan = sanitizerRuntime();
-        return "LD_PRELOAD=" + (asan.empty() ? "" : asan + ":") + OMBREL_KILL_SHIM;
     }
 
     // Runs the program over home() with a script of runs(), killed after killAfterMs if that is not
@@ -163,9 +151,9 @@ protected:
         std::vector<char*> argv, envp;
         for (auto& arg : args)
             argv.push_back(arg.data());
-        argv.push_back(nullptr);
         for (auto& variable : env)
             envp.push_back(variable.data());
+        argv.push_back(nullptr);
         envp.push_back(nullptr);
 
         posix_spawn_file_actions_t actions;
@@ -198,12 +186,10 @@ protected:
         const Files files = snapshot(home());
         for (const auto& [name, bytes] : files) {
             const auto known = versions.find(name);
-            if (known == versions.end()) {
-                ++others;
-                EXPECT_TRUE(othersAllowed) << name << " is left over";
-            } else {
-                EXPECT_TRUE(known->second.count(bytes)) << name << " is not one of the file's whole versions";
-            }
+            others += known == versions.end() ? 1 : 0;
+            EXPECT_TRUE(othersAllowed || known != versions.end()) << name << " is left over";
+            EXPECT_TRUE(known == versions.end() || known->second.count(bytes))
+                << name << " is not one of the file's whole versions";
         }
         for (const auto& [name, bytes] : oldFiles)
             EXPECT_TRUE(files.count(name)) << name << " is lost";
@@ -213,14 +199,10 @@ protected:
     // The kill's aftermath, then the next start's; returns how many temporary files the kill left.
     int checkAfterKill()
     {
-        int left = 0;
-        {
-            SCOPED_TRACE("after the kill");
-            left = expectWholeFiles(true);
-        }
-        SCOPED_TRACE("after the next start");
+        const int left = expectWholeFiles(true);
         const int status = run("start.replay", {});
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << log();
+        SCOPED_TRACE("after the next start");
         expectWholeFiles(false);
         return left;
     }
@@ -233,15 +215,14 @@ protected:
 
 TEST_F(KillTest, AKillInsideAWriteLeavesTheOldFileOrTheNew)
 {
-    struct Case
+    const struct
     {
         const char* name;
         const char* call;
         const char* path; // a piece of the path of the file written
         int nth; // which matching call
         const char* when; // before the call, after it, or half of a write's bytes
-    };
-    const Case cases[] = {
+    } cases[] = {
         { "key map, inside the write", "write", "omkeys.cfg", 1, "half" },
         { "key map, before the sync", "fsync", "omkeys.cfg", 1, "before" },
         { "key map, before the rename", "rename", "omkeys.cfg", 1, "before" },
@@ -252,7 +233,7 @@ TEST_F(KillTest, AKillInsideAWriteLeavesTheOldFileOrTheNew)
         { "a list file, before the sync of its rewrite", "fsync", "l 3.lst", 2, "before" },
         { "a list file written twice a scan, before its third rename", "rename", "l23.lst", 3, "before" },
     };
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
         reset();
         const int status = run("script.replay",

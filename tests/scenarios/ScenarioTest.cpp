@@ -18,6 +18,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
@@ -35,15 +36,14 @@ std::vector<std::string> scenarioNames()
 {
     std::vector<std::string> names;
     std::error_code ec;
-    for (const auto& entry : fs::directory_iterator(OMBREL_SCENARIO_DIR, ec)) {
-        if (entry.is_directory() && fs::exists(entry.path() / "script.replay"))
+    for (const auto& entry : fs::directory_iterator(OMBREL_SCENARIO_DIR, ec))
+        if (fs::exists(entry.path() / "script.replay"))
             names.push_back(entry.path().filename().string());
-    }
     std::sort(names.begin(), names.end());
     return names;
 }
 
-std::string shellQuoted(const std::string& text)
+std::string quoted(const std::string& text)
 {
     std::string out = "'";
     for (char c : text)
@@ -59,125 +59,58 @@ std::string readFile(const fs::path& path)
     return text.str();
 }
 
-// The screenshots of a run: the PNG files at the top of its folder.
-std::vector<std::string> screenshotsIn(const fs::path& run)
+// The PNG files at the top of a folder whose names start with prefix, without it.
+std::set<std::string> pngsIn(const fs::path& folder, const std::string& prefix = {})
 {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(run)) {
-        if (entry.is_regular_file() && entry.path().extension() == ".png")
-            names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-std::vector<std::string> expectedScreenshots(const fs::path& folder)
-{
-    std::vector<std::string> names;
+    std::set<std::string> names;
     for (const auto& entry : fs::directory_iterator(folder)) {
         const std::string name = entry.path().filename().string();
-        if (name.starts_with("expected-") && entry.path().extension() == ".png")
-            names.push_back(name.substr(9));
+        if (name.starts_with(prefix) && entry.path().extension() == ".png")
+            names.insert(name.substr(prefix.size()));
     }
-    std::sort(names.begin(), names.end());
     return names;
 }
 
-// The files below a folder, as paths relative to it.
-std::vector<fs::path> filesBelow(const fs::path& folder)
+class ScenarioTest : public ::testing::TestWithParam<std::string>
 {
-    std::vector<fs::path> files;
-    std::error_code ec;
-    for (const auto& entry : fs::recursive_directory_iterator(folder, ec)) {
-        if (entry.is_regular_file())
-            files.push_back(fs::relative(entry.path(), folder));
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-class ScenarioTest : public ::testing::TestWithParam<std::string> {
 protected:
     fs::path folder() const { return fs::path(OMBREL_SCENARIO_DIR) / GetParam(); }
     fs::path run() const { return fs::path(OMBREL_SCENARIO_RUN_DIR) / GetParam(); }
 
-    // Copies the scenario's cabinet into the run folder; returns its path.
-    fs::path prepareHome() const
+    // Compares a file of the run with the expected one, or makes the run's the expected one.
+    void compareFile(const fs::path& actual, const fs::path& expected)
     {
-        const fs::path home = run() / "home";
-        const fs::path source = fs::exists(folder() / "uses-demo") ? fs::path(sourceDir()) / "demo" : folder() / "home";
-        if (fs::is_directory(source))
-            fs::copy(source, home, fs::copy_options::recursive);
-        else
-            fs::create_directories(home);
-        return home;
-    }
-
-    void compareTrace()
-    {
-        const fs::path expected = folder() / "expected.trace";
-        const fs::path actual = run() / "actual.trace";
-        if (GoldenImage::updating()) {
+        if (!fs::is_regular_file(actual))
+            ADD_FAILURE() << "the run left no file " << actual;
+        else if (GoldenImage::updating())
             fs::copy_file(actual, expected, fs::copy_options::overwrite_existing);
-            return;
-        }
-        if (!fs::exists(expected)) {
+        else if (!fs::exists(expected))
             ADD_FAILURE() << expected << " is missing; OMBREL_UPDATE_GOLDEN=1 writes it";
-            return;
-        }
-        const std::string diff = TraceDiff::describe(TraceDiff::readLines(expected), TraceDiff::readLines(actual));
-        EXPECT_TRUE(diff.empty()) << diff << "actual trace: " << actual.string();
-    }
-
-    int expectedExitCode() const
-    {
-        const fs::path file = folder() / "expected-exit-code";
-        return fs::exists(file) ? std::atoi(readFile(file).c_str()) : 0;
-    }
-
-    // Each file of expected-files/ must be in the cabinet after the run, with the same bytes.
-    void compareFiles(const fs::path& home)
-    {
-        const fs::path expected = folder() / "expected-files";
-        for (const fs::path& name : filesBelow(expected)) {
-            if (!fs::is_regular_file(home / name))
-                ADD_FAILURE() << "the run left no file " << name;
-            else if (GoldenImage::updating())
-                fs::copy_file(home / name, expected / name, fs::copy_options::overwrite_existing);
-            else
-                EXPECT_TRUE(readFile(home / name) == readFile(expected / name))
-                    << name << " differs from expected-files/" << name.string() << "; the run's: "
-                    << home / name;
-        }
+        else if (expected.extension() == ".trace") {
+            const auto diff
+                = TraceDiff::describe(TraceDiff::readLines(expected), TraceDiff::readLines(actual));
+            EXPECT_TRUE(diff.empty()) << diff << "actual trace: " << actual.string();
+        } else
+            EXPECT_TRUE(readFile(actual) == readFile(expected)) << actual << " differs from " << expected;
     }
 
     void compareScreenshots()
     {
-        const auto taken = screenshotsIn(run());
-        if (GoldenImage::updating()) {
-            for (const std::string& name : expectedScreenshots(folder())) {
-                if (std::find(taken.begin(), taken.end(), name) == taken.end())
-                    fs::remove(folder() / ("expected-" + name));
-            }
-            for (const std::string& name : taken)
-                fs::copy_file(run() / name, folder() / ("expected-" + name), fs::copy_options::overwrite_existing);
-            return;
+        const auto taken = pngsIn(run()), expected = pngsIn(folder(), "expected-");
+        for (const std::string& name : expected) {
+            if (!taken.count(name) && GoldenImage::updating())
+                fs::remove(folder() / ("expected-" + name));
+            else if (!taken.count(name))
+                ADD_FAILURE() << "the script took no screenshot " << name;
         }
-        const auto expected = expectedScreenshots(folder());
         for (const std::string& name : taken) {
-            if (std::find(expected.begin(), expected.end(), name) == expected.end())
+            if (!expected.count(name) && !GoldenImage::updating())
                 ADD_FAILURE() << "screenshot " << name << " has no expected-" << name
                               << "; OMBREL_UPDATE_GOLDEN=1 writes it";
-        }
-        for (const std::string& name : expected) {
-            SCOPED_TRACE(name);
-            if (std::find(taken.begin(), taken.end(), name) == taken.end()) {
-                ADD_FAILURE() << "the script took no screenshot " << name;
-                continue;
-            }
-            const std::string problem = GoldenImage::check((folder() / ("expected-" + name)).string(),
-                                                           (run() / name).string());
-            EXPECT_TRUE(problem.empty()) << problem;
+            else // in an update, the check makes the screenshot the expected picture
+                EXPECT_EQ(
+                    GoldenImage::check((folder() / ("expected-" + name)).string(), (run() / name).string()),
+                    "");
         }
     }
 };
@@ -186,29 +119,40 @@ TEST_P(ScenarioTest, MatchesItsExpectedTraceAndScreenshots)
 {
     fs::remove_all(run());
     fs::create_directories(run());
-    const fs::path home = prepareHome();
+    const fs::path home = run() / "home";
+    const fs::path cabinet
+        = fs::exists(folder() / "uses-demo") ? fs::path(sourceDir()) / "demo" : folder() / "home";
+    if (fs::is_directory(cabinet))
+        fs::copy(cabinet, home, fs::copy_options::recursive);
+    else
+        fs::create_directories(home);
 
-    const std::string command = "cd " + shellQuoted(run().string()) + " && timeout " + std::to_string(kRunLimitSeconds)
-        + " " + shellQuoted(OMBREL_BINARY) + " --home " + shellQuoted(home.string()) + " --replay "
-        + shellQuoted((folder() / "script.replay").string()) + " --trace actual.trace >stdout.log 2>stderr.log";
+    const std::string command = "cd " + quoted(run().string()) + " && timeout "
+        + std::to_string(kRunLimitSeconds) + " " + quoted(OMBREL_BINARY) + " --home " + quoted(home.string())
+        + " --replay " + quoted((folder() / "script.replay").string())
+        + " --trace actual.trace >stdout.log 2>stderr.log";
     const int status = std::system(command.c_str());
-    const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    ASSERT_EQ(exitCode, expectedExitCode())
+    const fs::path exitCodeFile = folder() / "expected-exit-code";
+    ASSERT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+        fs::exists(exitCodeFile) ? std::atoi(readFile(exitCodeFile).c_str()) : 0)
         << "ombrel failed (124: it ran past " << kRunLimitSeconds << " s); standard error:\n"
-                           << readFile(run() / "stderr.log");
+        << readFile(run() / "stderr.log");
 
-    compareTrace();
+    compareFile(run() / "actual.trace", folder() / "expected.trace");
     compareScreenshots();
-    compareFiles(home);
+    // Each file of expected-files/ must be in the cabinet after the run, with the same bytes.
+    const fs::path files = folder() / "expected-files";
+    std::error_code ec;
+    for (const auto& entry : fs::recursive_directory_iterator(files, ec))
+        if (entry.is_regular_file())
+            compareFile(home / fs::relative(entry.path(), files), entry.path());
 }
 
 std::string testName(const ::testing::TestParamInfo<std::string>& info)
 {
     std::string name = info.param;
-    for (char& c : name) {
-        if (!std::isalnum(static_cast<unsigned char>(c)))
-            c = '_';
-    }
+    for (char& c : name)
+        c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
     return name;
 }
 

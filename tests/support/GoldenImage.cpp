@@ -13,7 +13,8 @@ namespace ombrel::test {
 
 namespace {
 
-struct SurfaceFree {
+struct SurfaceFree
+{
     void operator()(SDL_Surface* s) const { SDL_FreeSurface(s); }
 };
 using Surface = std::unique_ptr<SDL_Surface, SurfaceFree>;
@@ -27,12 +28,15 @@ Surface loadRgba(const std::string& path)
     return Surface(SDL_ConvertSurfaceFormat(loaded.get(), SDL_PIXELFORMAT_RGBA32, 0));
 }
 
-const uint8_t* pixel(const SDL_Surface* s, int x, int y)
+uint8_t* pixel(const SDL_Surface* s, int x, int y)
 {
-    return static_cast<const uint8_t*>(s->pixels) + y * s->pitch + x * 4;
+    return static_cast<uint8_t*>(s->pixels) + y * s->pitch + x * 4;
 }
 
-std::string sizeText(const SDL_Surface* s) { return std::to_string(s->w) + "x" + std::to_string(s->h); }
+std::string sizeText(const SDL_Surface* s)
+{
+    return std::to_string(s->w) + "x" + std::to_string(s->h);
+}
 
 } // namespace
 
@@ -42,15 +46,12 @@ bool GoldenImage::updating()
     return value && std::string(value) == "1";
 }
 
-std::string GoldenImage::compare(const std::string& expectedPng, const std::string& actualPng,
-                                 const std::string& diffPng)
+std::string GoldenImage::compare(
+    const std::string& expectedPng, const std::string& actualPng, const std::string& diffPng)
 {
-    const Surface expected = loadRgba(expectedPng);
-    if (!expected)
-        return expectedPng + ": cannot be read (" + IMG_GetError() + ")";
-    const Surface actual = loadRgba(actualPng);
+    const Surface expected = loadRgba(expectedPng), actual = expected ? loadRgba(actualPng) : nullptr;
     if (!actual)
-        return actualPng + ": cannot be read (" + IMG_GetError() + ")";
+        return (expected ? actualPng : expectedPng) + ": cannot be read (" + IMG_GetError() + ")";
     if (expected->w != actual->w || expected->h != actual->h)
         return actualPng + " is " + sizeText(actual.get()) + ", expected " + sizeText(expected.get());
 
@@ -59,20 +60,15 @@ std::string GoldenImage::compare(const std::string& expectedPng, const std::stri
     int worst = 0;
     for (int y = 0; y < expected->h; ++y) {
         for (int x = 0; x < expected->w; ++x) {
-            const uint8_t* e = pixel(expected.get(), x, y);
-            const uint8_t* a = pixel(actual.get(), x, y);
+            const uint8_t *e = pixel(expected.get(), x, y), *a = pixel(actual.get(), x, y);
             int distance = 0;
             for (int c = 0; c < 3; ++c)
                 distance += (e[c] - a[c]) * (e[c] - a[c]);
             const bool differs = distance > kPixelTolerance;
             differing += differs ? 1 : 0;
             worst = std::max(worst, distance);
-            if (diff) {
-                auto* d = static_cast<uint8_t*>(diff->pixels) + y * diff->pitch + x * 4;
-                for (int c = 0; c < 3; ++c)
-                    d[c] = uint8_t(differs ? (c == 0 ? 255 : 0) : e[c] / 3);
-                d[3] = 255;
-            }
+            for (int c = 0; diff && c < 4; ++c)
+                pixel(diff.get(), x, y)[c] = uint8_t(c == 3 ? 255 : differs ? (c == 0 ? 255 : 0) : e[c] / 3);
         }
     }
     const long total = long(expected->w) * expected->h;
@@ -96,9 +92,8 @@ std::string GoldenImage::check(const std::string& expectedPng, const std::string
     std::string name = expected.stem().string();
     if (name.starts_with("expected-"))
         name.erase(0, 9);
-    const fs::path folder = expected.parent_path();
-    const std::string actualCopy = (folder / (name + ".actual.png")).string();
-    const std::string diff = (folder / (name + ".diff.png")).string();
+    const std::string actualCopy = (expected.parent_path() / (name + ".actual.png")).string(),
+                      diff = (expected.parent_path() / (name + ".diff.png")).string();
     fs::remove(actualCopy, ec);
     fs::remove(diff, ec);
 
