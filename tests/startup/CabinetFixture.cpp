@@ -4,7 +4,6 @@
 #include "IniSample.h"
 
 #include "config/NumberText.h"
-#include "runtime/InputEvent.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -18,11 +17,8 @@ double soundSeconds(const std::string& path)
 {
     if (!std::filesystem::is_regular_file(path))
         return -1;
-    if (path.ends_with("pop.mp3"))
-        return kPopSeconds;
-    if (path.ends_with("end.mp3"))
-        return kEndSeconds;
-    return 1.0;
+    // Sounds last as long as these say; a file that is not there cannot be opened.
+    return path.ends_with("pop.mp3") ? 0.02 : path.ends_with("end.mp3") ? 1.5 : 1.0;
 }
 
 std::string gameName(int list, int row)
@@ -75,7 +71,7 @@ void CabinetFixture::write(const CabinetSetup& setup)
     home.write("omthemes/Skin/pop.mp3", "pop");
     home.write("omthemes/Skin/end.mp3", "end");
     if (setup.keyFile)
-        home.write("omkeys.cfg", kCabinetKeys);
+        home.write("omkeys.cfg", "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n");
 }
 
 void CabinetFixture::start()
@@ -109,33 +105,20 @@ bool CabinetFixture::active(const std::string& form)
     return found && forms().activeForm() == found;
 }
 
-void CabinetFixture::press(int key, int shift)
+void CabinetFixture::input(runtime::InputKind kind, int key, int shift, const std::string& target)
 {
     runtime::InputEvent event;
-    event.kind = runtime::InputKind::KeyDown;
+    event.kind = kind;
     event.vk = key;
     event.shift = shift;
-    loop.postInput(event);
-    loop.doEvents();
-}
-
-void CabinetFixture::release(int key, int shift)
-{
-    runtime::InputEvent event;
-    event.kind = runtime::InputKind::KeyUp;
-    event.vk = key;
-    event.shift = shift;
+    event.target = target;
     loop.postInput(event);
     loop.doEvents();
 }
 
 void CabinetFixture::click(const std::string& target)
 {
-    runtime::InputEvent event;
-    event.kind = runtime::InputKind::Click;
-    event.target = target;
-    loop.postInput(event);
-    loop.doEvents();
+    input(runtime::InputKind::Click, 0, 0, target);
 }
 
 std::vector<std::string> CabinetFixture::sinceMark() const

@@ -22,11 +22,9 @@ TEST(SavedFilesTest, LeftoversOfAKilledWriteGoBeforeTheStartReadsAnything)
     for (const char* name : { "ombrel.cfg", "omkeys.cfg", "l 1.lst", "l26.lst", "gamelist.lst" })
         fx.home.write(left(name), "half");
     fx.home.write(left("l 2.lst") + "/inside", "a folder under that name cannot be removed");
-
     ::testing::internal::CaptureStderr();
     fx.boot();
     const std::string err = ::testing::internal::GetCapturedStderr();
-
     const std::vector<std::string> first(fx.trace.lines.begin(), fx.trace.lines.begin() + 6);
     EXPECT_EQ(first,
         (std::vector<std::string> { "file remove " + left("l 1.lst"), "file remove " + left("l26.lst"),
@@ -41,27 +39,21 @@ TEST(SavedFilesTest, LeftoversOfAKilledWriteGoBeforeTheStartReadsAnything)
 TEST(SavedFilesTest, AKeyMapLinkThatLeadsNowhereIsKeptAndTold)
 {
     CabinetFixture fx;
-    CabinetSetup setup;
-    setup.muted = true;
-    fx.write(setup);
+    fx.write({ .muted = true });
     fs::remove(fx.home.root() / "omkeys.cfg");
     fs::create_symlink("shared/omkeys.cfg", fx.home.root() / "omkeys.cfg");
     fx.boot();
     fx.mark();
-
-    // The key map could not be read, so the exit has no key yet; the player would define one.
-    fx.cabinet().keys.keyExit = vk::kEsc;
+    fx.cabinet().keys.keyExit = vk::kEsc; // the key map could not be read: the player would define one
     fx.tap(vk::kEsc);
-    const std::string err = fx.failureEcho.str();
-
     EXPECT_EQ(fx.countSinceMark("file write omkeys.cfg failed"), 1);
     EXPECT_EQ(fx.countSinceMark("file write ombrel.cfg"), 1) << "the saved state is written all the same";
     EXPECT_TRUE(fs::is_symlink(fx.home.root() / "omkeys.cfg"));
     EXPECT_FALSE(fs::exists(fx.home.root() / "shared"));
-    EXPECT_NE(err.find("ombrel: cannot write " + fx.home.path() + "omkeys.cfg: it is a link to "
+    EXPECT_NE(fx.failureEcho.str().find("ombrel: cannot write " + fx.home.path() + "omkeys.cfg: it is a link to "
                   + fx.home.path() + "shared/omkeys.cfg, which does not exist"),
         std::string::npos)
-        << err;
+        << fx.failureEcho.str();
 }
 
 } // namespace
