@@ -5,22 +5,13 @@
 
 namespace ombrel::test {
 
+// In omkeys.cfg's order: arrows for rows and lists, Page Down and Up, F5, Tab, Enter, Esc, 5, M, 1.
 inline input::KeyMap cabinetKeys()
 {
+    const int16_t codes[] = { 38, 40, 34, 33, 116, 9, 39, 37, 13, 27, 53, 77, 49 };
     input::KeyMap keys;
-    keys.keyUp = 38;
-    keys.keyDown = 40;
-    keys.keyNextPage = 34;
-    keys.keyPrevPage = 33;
-    keys.keyRefresh = 116;
-    keys.keyConfig = 9;
-    keys.keyNextPath = 39;
-    keys.keyPrevPath = 37;
-    keys.keySelect = 13;
-    keys.keyExit = 27;
-    keys.keySaver = 53;
-    keys.keyMute = 77;
-    keys.keyInfo = 49;
+    for (size_t i = 0; i < input::kKeyFileOrder.size(); ++i)
+        keys.*input::kKeyFileOrder[i] = codes[i];
     return keys;
 }
 
