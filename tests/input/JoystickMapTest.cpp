@@ -15,26 +15,19 @@ using input::LogicalCommand;
 
 namespace {
 
-using Words = std::vector<std::string>;
-
-// The sixteen bindings, trailing empty ones left off, so a row of the table reads at a glance.
-Words bound(const JoystickMap& map)
+// The sixteen bindings joined by '|', trailing empty ones left off, so a row reads at a glance.
+std::string bound(const JoystickMap& map)
 {
-    Words words(map.joyKeys.begin(), map.joyKeys.end());
-    while (!words.empty() && words.back().empty())
-        words.pop_back();
-    return words;
+    std::string words;
+    for (const std::string& word : map.joyKeys)
+        words += word + "|";
+    return words.erase(words.find_last_not_of('|') + 1);
 }
 
-struct ReadCase
+std::string repeated(const std::string& text, int times)
 {
-    const char* name;
-    std::string file;
-    Words expected;
-    bool complete; // all sixteen controls were read
-    const char* fileName = "joystick.ini"; // as written; it is always looked up as joystick.ini
-    const char* held = ""; // what every binding held before the reading
-};
+    return times == 0 ? "" : text + repeated(text, times - 1);
+}
 
 // Every label is seven characters, "Btn  1:" or "Up    :", as a cabinet owner lines them up.
 const std::string kSixteen
@@ -42,52 +35,43 @@ const std::string kSixteen
       "Btn  5: CONFIG\r\nBtn  6: SCREENSAVER\r\nBtn  7: LEFTPAGE\r\nBtn  8: RIGHTPAGE\r\n"
       "Btn  9:\r\nBtn 10:\r\nBtn 11:\r\nBtn 12:\r\n"
       "Up    : UP\r\nDown  : DOWN\r\nLeft  : PREVPATH\r\nRight : NEXTPATH\r\n";
-const Words kSixteenWords { "SELECT", "Exit", "refresh", "MUTE", "CONFIG", "SCREENSAVER", "LEFTPAGE",
-    "RIGHTPAGE", "", "", "", "", "UP", "DOWN", "PREVPATH", "NEXTPATH" };
-
-std::string repeated(const std::string& text, int times)
-{
-    return times == 0 ? "" : text + repeated(text, times - 1);
-}
-
-Words followedBy(Words words, size_t count, const std::string& word)
-{
-    words.insert(words.end(), count, word);
-    return words;
-}
+const char* kSixteenWords = "SELECT|Exit|refresh|MUTE|CONFIG|SCREENSAVER|LEFTPAGE|RIGHTPAGE|||||UP|DOWN|PREVPATH|NEXTPATH";
 
 TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
 {
-    const std::vector<ReadCase> cases {
+    struct Case {
+        const char* name;
+        std::string file;
+        std::string expected;
+        bool complete; // all sixteen controls were read
+        const char* fileName = "joystick.ini"; // as written; it is always looked up as joystick.ini
+        const char* held = ""; // what every binding held before the reading
+    };
+    const Case cases[] = {
         { "sixteen rows, labels dropped, words trimmed, case kept", kSixteen, kSixteenWords, true },
         { "the file is found whatever the case of its name", kSixteen, kSixteenWords, true, "Joystick.INI" },
         { "comments and blank rows bind nothing and take no place",
             "' Ombrel joystick\r\n\r\n'Btn  1: MUTE\r\nBtn  1: SELECT\r\n   \r\n" + kSixteen.substr(16),
             kSixteenWords, true },
         { "LF line ends, and rows past the sixteenth are not read",
-            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n",
-            followedBy({ "UP" }, 15, "X"), true },
-        { "a missing row ends the reading; the rows before it stand", "Btn  1: UP\r\nBtn  2: DOWN\r\n",
-            Words { "UP", "DOWN" }, false },
-        { "an empty file", "", Words {}, false },
-        { "a row shorter than its label stops the reading", "Btn  1: UP\r\nBtn  2\r\nBtn  3: DOWN\r\n",
-            Words { "UP" }, false },
-        { "a row of the label alone binds nothing but takes its place", "Btn  1:\r\nBtn  2: DOWN\r\n",
-            Words { "", "DOWN" }, false },
+            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n", "UP" + repeated("|X", 15), true },
+        { "a missing row ends the reading", "Btn  1: UP\r\nBtn  2: DOWN\r\n", "UP|DOWN", false },
+        { "an empty file", "", "", false },
+        { "a row shorter than its label stops the reading", "Btn  1: UP\r\nBtn  2\r\nBtn  3: DOWN\r\n", "UP", false },
+        { "a row of the label alone binds nothing but takes its place", "Btn  1:\r\nBtn  2: DOWN\r\n", "|DOWN",
+            false },
         { "a comma ends a row: the rest of it is the next control's row",
-            "Btn  1: UP, Btn  2: DOWN\r\n' a comment, Btn  3: SELECT\r\n", Words { "UP", "DOWN", "SELECT" },
-            false },
-        { "blanks before a row are skipped before the label is counted",
-            "   Btn  1: SELECT\r\n\tBtn  2: DOWN\r\n", Words { "SELECT", "DOWN" }, false },
-        { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", Words { "SELECT" },
-            false },
-        { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", Words { "SELECT" }, false },
+            "Btn  1: UP, Btn  2: DOWN\r\n' a comment, Btn  3: SELECT\r\n", "UP|DOWN|SELECT", false },
+        { "blanks before a row are skipped before the label is counted", "   Btn  1: SELECT\r\n\tBtn  2: DOWN\r\n",
+            "SELECT|DOWN", false },
+        { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", "SELECT", false },
+        { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", "SELECT", false },
         { "bindings not reached keep what they held", "Btn  1: SELECT\r\nBtn  2:\r\n",
-            followedBy({ "SELECT", "" }, 14, "MUTE"), false, "joystick.ini", "MUTE" },
-        { "without the file every binding keeps what it held", kSixteen, followedBy({}, 16, "MUTE"), false,
+            "SELECT|" + repeated("|MUTE", 14), false, "joystick.ini", "MUTE" },
+        { "without the file every binding keeps what it held", kSixteen, "MUTE" + repeated("|MUTE", 15), false,
             "other.ini", "MUTE" },
     };
-    for (const ReadCase& row : cases) {
+    for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
         test::TempHome home;
         home.write(row.fileName, row.file);
