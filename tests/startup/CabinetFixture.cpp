@@ -5,7 +5,6 @@
 
 #include "config/NumberText.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -19,13 +18,6 @@ double soundSeconds(const std::string& path)
         return -1;
     // Sounds last as long as these say; a file that is not there cannot be opened.
     return path.ends_with("pop.mp3") ? 0.02 : path.ends_with("end.mp3") ? 1.5 : 1.0;
-}
-
-std::string gameName(int list, int row)
-{
-    char name[32];
-    std::snprintf(name, sizeof name, "g%d_%03d", list, row);
-    return name;
 }
 
 } // namespace
@@ -55,8 +47,8 @@ void CabinetFixture::write(const CabinetSetup& setup)
         ini.setBlock(list, 4, "List " + std::to_string(list));
         std::string rows;
         for (int row = 1; row <= setup.listSizes[i]; ++row) {
-            const std::string line = "\"" + gameName(list, row) + "\",\"Game " + std::to_string(list) + "-"
-                + std::to_string(row) + "\"\r\n";
+            char line[64];
+            std::snprintf(line, sizeof line, "\"g%d_%03d\",\"Game %d-%d\"\r\n", list, row, list, row);
             rows += line;
             gameList += line;
         }
@@ -88,23 +80,6 @@ void CabinetFixture::boot()
     loop.runFor(2500);
 }
 
-startup::MainForm& CabinetFixture::main()
-{
-    return forms().form<startup::MainForm>("Main");
-}
-
-bool CabinetFixture::showing(const std::string& form)
-{
-    runtime::Form* found = forms().existing(form);
-    return found && found->loaded() && found->visible();
-}
-
-bool CabinetFixture::active(const std::string& form)
-{
-    runtime::Form* found = forms().existing(form);
-    return found && forms().activeForm() == found;
-}
-
 void CabinetFixture::input(runtime::InputKind kind, int key, int shift, const std::string& target)
 {
     runtime::InputEvent event;
@@ -116,21 +91,10 @@ void CabinetFixture::input(runtime::InputKind kind, int key, int shift, const st
     loop.doEvents();
 }
 
-void CabinetFixture::click(const std::string& target)
-{
-    input(runtime::InputKind::Click, 0, 0, target);
-}
-
 std::vector<std::string> CabinetFixture::sinceMark() const
 {
     return { trace.lines.begin() + static_cast<std::ptrdiff_t>(std::min(m_mark, trace.lines.size())),
         trace.lines.end() };
-}
-
-int CabinetFixture::countSinceMark(const std::string& line) const
-{
-    const auto lines = sinceMark();
-    return static_cast<int>(std::count(lines.begin(), lines.end(), line));
 }
 
 std::string pngHeader(int width, int height)

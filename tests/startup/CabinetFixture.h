@@ -21,6 +21,7 @@
 #include "startup/MainForm.h"
 #include "runtime/InputEvent.h"
 
+#include <algorithm>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -69,21 +70,29 @@ public:
         release(key);
     }
     // A click of the left button on a form or control named as a replay script names it ("Main.ll(3)").
-    void click(const std::string& target);
+    void click(const std::string& target) { input(runtime::InputKind::Click, 0, 0, target); }
     void runFor(int64_t ms) { loop.runFor(ms); }
 
-    startup::MainForm& main();
+    startup::MainForm& main() { return forms().form<startup::MainForm>("Main"); }
     startup::Cabinet& cabinet() { return m_app->cabinet(); }
     runtime::FormStack& forms() { return m_app->forms(); }
-    bool showing(const std::string& form);
-    bool active(const std::string& form);
+    bool showing(const std::string& form)
+    {
+        runtime::Form* found = forms().existing(form);
+        return found && found->loaded() && found->visible();
+    }
+    bool active(const std::string& form) { return forms().existing(form) && forms().activeForm() == forms().existing(form); }
     int listIndex() { return main().c.List1.listIndex(); }
     int curPath() { return cabinet().run.curPath; }
 
     // Trace lines since the last mark, and how many of them are exactly line.
     void mark() { m_mark = trace.lines.size(); }
     std::vector<std::string> sinceMark() const;
-    int countSinceMark(const std::string& line) const;
+    int countSinceMark(const std::string& line) const
+    {
+        const auto lines = sinceMark();
+        return static_cast<int>(std::count(lines.begin(), lines.end(), line));
+    }
 
     TempHome home;
     runtime::VirtualClock clock;
