@@ -24,44 +24,30 @@ int count(const std::vector<std::string>& lines, const std::string& line)
 // scenario broken-settings.)
 TEST(BootTest, BrokenSettingsStopTheStartWithTheFirstProblem)
 {
-    struct Row {
-        const char* name;
-        size_t keepLines; // 0: no file at all
-        const char* insert; // a line put in as line 18
-        const char* message;
+    const std::pair<std::function<void(IniSample&)>, const char*> rows[] = {
+        { nullptr, "ombrel.ini: cannot open" },
+        { [](IniSample& ini) { ini.truncate(158); }, "ombrel.ini line 159: the file ends where EmuFolder= of path 20" },
+        { [](IniSample& ini) { ini.insertBefore(IniSample::blockIndex(3, 2), "* path 3"); },
+            "ombrel.ini line 18: a comment stands where Exec= (emuExe(3))" },
     };
-    const Row rows[] = {
-        { "missing", 0, nullptr, "ombrel.ini: cannot open" },
-        { "ends in the blocks", 158, nullptr, "ombrel.ini line 159: the file ends where EmuFolder= of path 20" },
-        { "comment before a plain read", 0, "* path 3", "ombrel.ini line 18: a comment stands where Exec= (emuExe(3))" },
-    };
-    for (const Row& row : rows) {
+    for (const auto& [edit, message] : rows) {
         for (int input = 0; input < 3; ++input) { // nothing, a key, a click on the message
-            SCOPED_TRACE(std::string(row.name) + " " + std::to_string(input));
+            SCOPED_TRACE(std::string(message) + " " + std::to_string(input));
             CabinetFixture fx;
-            fx.write({});
-            std::string ini = fx.home.read("ombrel.ini");
-            if (row.insert)
-                ini.insert(ini.find("Exec=", ini.find("Exec=", ini.find("Exec=") + 1) + 1), row.insert + std::string("\r\n"));
-            else if (row.keepLines)
-                for (size_t at = 0, n = 0; at < ini.size(); ++at)
-                    if (ini[at] == '\n' && ++n == row.keepLines)
-                        ini.resize(at + 1);
-            if (row.keepLines || row.insert)
-                fx.home.write("ombrel.ini", ini);
-            else
+            fx.write({ .ini = edit });
+            if (!edit)
                 std::filesystem::remove(fx.home.root() / "ombrel.ini");
             ::testing::internal::CaptureStderr();
             fx.start();
             fx.runFor(1000);
             const std::string err = ::testing::internal::GetCapturedStderr();
-            EXPECT_NE(err.find(row.message), std::string::npos) << err;
+            EXPECT_NE(err.find(message), std::string::npos) << err;
             EXPECT_NE(err.find("ombrel --check"), std::string::npos) << err;
             EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << "one line on standard error";
             auto* label = dynamic_cast<runtime::Label*>(fx.forms().form("blanker").find("lblError"));
             ASSERT_NE(label, nullptr);
             EXPECT_TRUE(fx.active("blanker"));
-            EXPECT_NE(label->caption().find(row.message), std::string::npos) << label->caption();
+            EXPECT_NE(label->caption().find(message), std::string::npos) << label->caption();
             if (input == 1)
                 fx.press(vk::kEnter);
             else if (input == 2)

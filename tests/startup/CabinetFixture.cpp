@@ -1,8 +1,6 @@
 // CabinetFixture: the cabinet's files and the application over fakes.
 #include "CabinetFixture.h"
 
-#include "IniSample.h"
-
 #include "config/NumberText.h"
 
 #include <cstdio>
@@ -55,6 +53,8 @@ void CabinetFixture::write(const CabinetSetup& setup)
         home.write("l " + std::to_string(list) + ".lst", rows);
     }
     ini.setTail(13, std::to_string(setup.scrollRate));
+    if (setup.ini)
+        setup.ini(ini);
     ini.writeTo(home);
     home.write("gamelist.lst", gameList);
     home.write("ombrel.cfg",

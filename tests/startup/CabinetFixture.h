@@ -3,6 +3,7 @@
 // the state and the trace.
 #pragma once
 
+#include "IniSample.h"
 #include "RuntimeFixture.h"
 #include "TempHome.h"
 
@@ -22,6 +23,7 @@
 #include "runtime/InputEvent.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -43,6 +45,7 @@ struct CabinetSetup
     bool muted = false;
     bool keyFile = true; // the cabinet's key map; false: no key map at all
     std::vector<int> listSizes { 100, 3, 3, 3 }; // games of the lists 1, 2, 3...
+    std::function<void(IniSample&)> ini = nullptr; // changes to ombrel.ini
 };
 
 class CabinetFixture

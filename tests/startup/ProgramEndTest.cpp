@@ -14,15 +14,6 @@
 namespace ombrel::test {
 namespace {
 
-void setIni(TempHome& home, const std::string& from, const std::string& to)
-{
-    std::string text = home.read("ombrel.ini");
-    const size_t at = text.find("\r\n" + from + "\r\n");
-    ASSERT_NE(at, std::string::npos) << from;
-    text.replace(at + 2, from.size(), to);
-    home.write("ombrel.ini", text);
-}
-
 TEST(ProgramEndTest, DisplayModePowerOffAndTheErrorBox)
 {
     const std::string refused = "ombrel.mShutDown error 8004062E: Can't enable shutdown: You do not have "
@@ -47,14 +38,10 @@ TEST(ProgramEndTest, DisplayModePowerOffAndTheErrorBox)
     for (const Case& row : cases) {
         SCOPED_TRACE(row.expected.size());
         CabinetFixture fx;
-        fx.write({ .muted = true });
-        setIni(fx.home, "ResX=0", std::string("ResX=") + row.resX);
-        setIni(fx.home, "ResY=0", std::string("ResY=") + row.resY);
-        // The desktop's pair of lines comes first, then the front end's.
-        for (const char* line : { "Freq=60", "Bits=32", "Freq=75", "Bits=16" })
-            setIni(fx.home, std::string(line, 5) + "0", line);
-        if (row.powerOff)
-            setIni(fx.home, "ShutdownOnExit=NO", "ShutdownOnExit=YES");
+        fx.write({ .muted = true, .ini = [&](IniSample& ini) {
+                      ini.setTail(16, row.resX).setTail(17, row.resY).setTail(22, row.powerOff ? "YES" : "NO");
+                      ini.setTail(18, "60").setTail(19, "32").setTail(20, "75").setTail(21, "16");
+                  } });
         fx.power.setCheckResult(row.checkAnswer);
         fx.power.setSystemError(EACCES);
         fx.boot();
