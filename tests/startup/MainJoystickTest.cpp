@@ -1,5 +1,5 @@
-// The browser's joystick on a whole cabinet: steps once per poll while a control is held, SELECT on
-// every poll, the other forms, the saver countdown (two buttons together stop it for good), and the
+// The browser's joystick on a whole cabinet: steps once per poll while a control is held, the other
+// forms, the saver countdown (two buttons together stop it for good), and the
 // exit button of a running game. The change of list drawn by the next step, EXIT and the exit button
 // that sends Esc are the scenarios demo-joystick and demo-joystick-exit.
 #include "CabinetFixture.h"
@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -86,19 +85,6 @@ TEST(MainJoystickTest, AHeldControlStepsOncePerPollUntilItIsLetGo)
         fx.runFor(1000);
         EXPECT_EQ(fx.listIndex(), expected);
     }
-}
-
-TEST(MainJoystickTest, AHeldSelectStartsTheGameOnEveryPoll)
-{
-    CabinetFixture fx;
-    bootWithStick(fx, kArcadeStick, { .scrollRate = 15, .muted = true }); // the game starts in the poll
-    stick(fx, kCentre, kCentre, 1);
-    fx.runFor(225);
-    stick(fx, kCentre, kCentre);
-    fx.runFor(300);
-    EXPECT_EQ(std::count_if(fx.trace.lines.begin(), fx.trace.lines.end(),
-                  [](const std::string& line) { return line.starts_with("launch "); }),
-        3);
 }
 
 TEST(MainJoystickTest, OtherFormsTakeOverAndThePollWaitsBehindThem)
