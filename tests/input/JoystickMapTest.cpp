@@ -35,11 +35,13 @@ const std::string kSixteen
       "Btn  5: CONFIG\r\nBtn  6: SCREENSAVER\r\nBtn  7: LEFTPAGE\r\nBtn  8: RIGHTPAGE\r\n"
       "Btn  9:\r\nBtn 10:\r\nBtn 11:\r\nBtn 12:\r\n"
       "Up    : UP\r\nDown  : DOWN\r\nLeft  : PREVPATH\r\nRight : NEXTPATH\r\n";
-const char* kSixteenWords = "SELECT|Exit|refresh|MUTE|CONFIG|SCREENSAVER|LEFTPAGE|RIGHTPAGE|||||UP|DOWN|PREVPATH|NEXTPATH";
+const char* kSixteenWords
+    = "SELECT|Exit|refresh|MUTE|CONFIG|SCREENSAVER|LEFTPAGE|RIGHTPAGE|||||UP|DOWN|PREVPATH|NEXTPATH";
 
 TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
 {
-    struct Case {
+    struct Case
+    {
         const char* name;
         std::string file;
         std::string expected;
@@ -54,22 +56,24 @@ TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
             "' Ombrel joystick\r\n\r\n'Btn  1: MUTE\r\nBtn  1: SELECT\r\n   \r\n" + kSixteen.substr(16),
             kSixteenWords, true },
         { "LF line ends, and rows past the sixteenth are not read",
-            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n", "UP" + repeated("|X", 15), true },
+            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n", "UP" + repeated("|X", 15),
+            true },
         { "a missing row ends the reading", "Btn  1: UP\r\nBtn  2: DOWN\r\n", "UP|DOWN", false },
         { "an empty file", "", "", false },
-        { "a row shorter than its label stops the reading", "Btn  1: UP\r\nBtn  2\r\nBtn  3: DOWN\r\n", "UP", false },
-        { "a row of the label alone binds nothing but takes its place", "Btn  1:\r\nBtn  2: DOWN\r\n", "|DOWN",
+        { "a row shorter than its label stops the reading", "Btn  1: UP\r\nBtn  2\r\nBtn  3: DOWN\r\n", "UP",
             false },
+        { "a row of the label alone binds nothing but takes its place", "Btn  1:\r\nBtn  2: DOWN\r\n",
+            "|DOWN", false },
         { "a comma ends a row: the rest of it is the next control's row",
             "Btn  1: UP, Btn  2: DOWN\r\n' a comment, Btn  3: SELECT\r\n", "UP|DOWN|SELECT", false },
-        { "blanks before a row are skipped before the label is counted", "   Btn  1: SELECT\r\n\tBtn  2: DOWN\r\n",
-            "SELECT|DOWN", false },
+        { "blanks before a row are skipped before the label is counted",
+            "   Btn  1: SELECT\r\n\tBtn  2: DOWN\r\n", "SELECT|DOWN", false },
         { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", "SELECT", false },
         { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", "SELECT", false },
         { "bindings not reached keep what they held", "Btn  1: SELECT\r\nBtn  2:\r\n",
             "SELECT|" + repeated("|MUTE", 14), false, "joystick.ini", "MUTE" },
-        { "without the file every binding keeps what it held", kSixteen, "MUTE" + repeated("|MUTE", 15), false,
-            "other.ini", "MUTE" },
+        { "without the file every binding keeps what it held", kSixteen, "MUTE" + repeated("|MUTE", 15),
+            false, "other.ini", "MUTE" },
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
@@ -101,7 +105,8 @@ TEST(JoystickMapTest, WordsGiveTheirCommandsInAnyCaseButInfoIsOutOfReach)
 
 TEST(JoystickMapTest, TheExitButtonIsTheFirstButtonSpeltExit)
 {
-    struct Case {
+    struct Case
+    {
         const char* name;
         std::vector<std::pair<int, std::string>> words; // control index, word
         int16_t before;
@@ -127,7 +132,8 @@ TEST(JoystickMapTest, TheExitButtonIsTheFirstButtonSpeltExit)
 
 TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
 {
-    struct Case {
+    struct Case
+    {
         uint32_t x, y;
         std::vector<int> expected;
     };
