@@ -1,18 +1,24 @@
 // The start of the program and what missing or broken files lead to: the settings file (the one
-// failure that stops the start), the saved state, the intro film, the failure log.
+// failure that stops the start), the saved state, the intro film, the failure log, the master list,
+// the leftovers of a killed write, and a key map that is a link leading nowhere.
 #include "CabinetFixture.h"
 
+#include "catalogue/Navigation.h"
+#include "core/AtomicFile.h"
 #include "runtime/controls/Label.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace ombrel::test {
 namespace {
+
+namespace fs = std::filesystem;
 
 int count(const std::vector<std::string>& lines, const std::string& line)
 {
@@ -26,7 +32,8 @@ TEST(BootTest, BrokenSettingsStopTheStartWithTheFirstProblem)
 {
     const std::pair<std::function<void(IniSample&)>, const char*> rows[] = {
         { nullptr, "ombrel.ini: cannot open" },
-        { [](IniSample& ini) { ini.truncate(158); }, "ombrel.ini line 159: the file ends where EmuFolder= of path 20" },
+        { [](IniSample& ini) { ini.truncate(158); },
+            "ombrel.ini line 159: the file ends where EmuFolder= of path 20" },
         { [](IniSample& ini) { ini.insertBefore(IniSample::blockIndex(3, 2), "* path 3"); },
             "ombrel.ini line 18: a comment stands where Exec= (emuExe(3))" },
     };
@@ -36,7 +43,7 @@ TEST(BootTest, BrokenSettingsStopTheStartWithTheFirstProblem)
             CabinetFixture fx;
             fx.write({ .ini = edit });
             if (!edit)
-                std::filesystem::remove(fx.home.root() / "ombrel.ini");
+                fs::remove(fx.home.root() / "ombrel.ini");
             ::testing::internal::CaptureStderr();
             fx.start();
             fx.runFor(1000);
@@ -95,7 +102,7 @@ TEST(BootTest, WithoutSavedStateNoListIsShownUntilThePlayerMoves)
 {
     CabinetFixture cab;
     cab.write({});
-    std::filesystem::remove(cab.home.root() / "ombrel.cfg");
+    fs::remove(cab.home.root() / "ombrel.cfg");
     cab.boot();
     auto& main = cab.main();
     EXPECT_EQ(cab.curPath(), 0);
@@ -108,7 +115,7 @@ TEST(BootTest, FailuresPassedOverAreLoggedOnceWithTheirFile)
 {
     CabinetFixture cab;
     cab.write({ .keyFile = false });
-    std::filesystem::remove(cab.home.root() / "l 2.lst");
+    fs::remove(cab.home.root() / "l 2.lst");
     cab.home.write("l 2.lst/not a list", "");
     cab.boot();
     cab.main().nav.loadLists(); // the same failures again, from the same places
@@ -125,6 +132,66 @@ TEST(BootTest, FailuresPassedOverAreLoggedOnceWithTheirFile)
     EXPECT_EQ(cab.failureEcho.str().size(), log.size() + lines * std::string("ombrel: ").size());
     for (const std::string& line : cab.trace.lines)
         EXPECT_FALSE(line.starts_with("file write ombrel.log")) << "the log is no effect of the trace";
+}
+
+TEST(BootTest, WithoutTheMasterListNothingIsFoundAndListsThatHoldGamesAreKept)
+{
+    CabinetFixture cab;
+    cab.write({ .listSizes = { 3, 0 } });
+    fs::remove(cab.home.root() / "gamelist.lst");
+    const std::string held = cab.home.read("l 1.lst");
+    cab.boot(); // nothing is loaded, so the scan starts by itself, and finds nothing
+    cab.runFor(2000);
+    EXPECT_EQ(cab.main().c.ll.get(cab.cabinet().run.midRow)->caption(), catalogue::kNoRomsMessage);
+    cab.mark();
+    cab.tap(116); // F5
+    EXPECT_EQ(cab.home.read("l 1.lst"), held);
+    EXPECT_EQ(cab.countSinceMark("file write l 1.lst"), 0);
+    EXPECT_EQ(cab.countSinceMark("file write l 2.lst"), 1) << "an empty list loses nothing";
+    EXPECT_EQ(cab.main().c.List1.listCount(), 0);
+}
+
+TEST(BootTest, LeftoversOfAKilledWriteGoBeforeTheStartReadsAnything)
+{
+    CabinetFixture fx;
+    fx.write({});
+    const auto left = [](const std::string& name) { return core::temporaryName(name, INT_MAX, 1); };
+    for (const char* name : { "ombrel.cfg", "omkeys.cfg", "l 1.lst", "l26.lst", "gamelist.lst" })
+        fx.home.write(left(name), "half");
+    fx.home.write(left("l 2.lst") + "/inside", "a folder under that name cannot be removed");
+    ::testing::internal::CaptureStderr();
+    fx.boot();
+    const std::string err = ::testing::internal::GetCapturedStderr();
+    const std::vector<std::string> first(fx.trace.lines.begin(), fx.trace.lines.begin() + 6);
+    EXPECT_EQ(first,
+        (std::vector<std::string> { "file remove " + left("l 1.lst"), "file remove " + left("l26.lst"),
+            "file remove " + left("ombrel.cfg"), "file remove " + left("omkeys.cfg"),
+            "file remove " + left("l 2.lst") + " failed", "form load blanker" }));
+    EXPECT_TRUE(fx.home.exists(left("gamelist.lst"))) << "the program never writes gamelist.lst";
+    EXPECT_NE(err.find("cannot remove the left-over " + fx.home.path() + left("l 2.lst")), std::string::npos)
+        << err;
+    EXPECT_TRUE(fx.showing("Main")) << "what cannot be removed does not stop the start";
+}
+
+TEST(BootTest, AKeyMapLinkThatLeadsNowhereIsKeptAndTold)
+{
+    CabinetFixture fx;
+    fx.write({ .muted = true });
+    fs::remove(fx.home.root() / "omkeys.cfg");
+    fs::create_symlink("shared/omkeys.cfg", fx.home.root() / "omkeys.cfg");
+    fx.boot();
+    fx.mark();
+    fx.cabinet().keys.keyExit = vk::kEsc; // the key map could not be read: the player would define one
+    fx.tap(vk::kEsc);
+    EXPECT_EQ(fx.countSinceMark("file write omkeys.cfg failed"), 1);
+    EXPECT_EQ(fx.countSinceMark("file write ombrel.cfg"), 1) << "the saved state is written all the same";
+    EXPECT_TRUE(fs::is_symlink(fx.home.root() / "omkeys.cfg"));
+    EXPECT_FALSE(fs::exists(fx.home.root() / "shared"));
+    EXPECT_NE(
+        fx.failureEcho.str().find("ombrel: cannot write " + fx.home.path() + "omkeys.cfg: it is a link to "
+            + fx.home.path() + "shared/omkeys.cfg, which does not exist"),
+        std::string::npos)
+        << fx.failureEcho.str();
 }
 
 } // namespace

@@ -84,7 +84,10 @@ public:
         runtime::Form* found = forms().existing(form);
         return found && found->loaded() && found->visible();
     }
-    bool active(const std::string& form) { return forms().existing(form) && forms().activeForm() == forms().existing(form); }
+    bool active(const std::string& form)
+    {
+        return forms().existing(form) && forms().activeForm() == forms().existing(form);
+    }
     int listIndex() { return main().c.List1.listIndex(); }
     int curPath() { return cabinet().run.curPath; }
 

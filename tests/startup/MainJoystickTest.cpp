@@ -55,7 +55,8 @@ const std::string kArcadeStick = joystickIni({ { 0, "SELECT" }, { 3, "DOWN" }, {
 
 TEST(MainJoystickTest, AHeldControlStepsOncePerPollUntilItIsLetGo)
 {
-    struct Case {
+    struct Case
+    {
         const char* name;
         uint32_t x, y, buttons;
         int holdMs, rows, pages; // rows and half strips stepped from index 10
@@ -89,8 +90,8 @@ TEST(MainJoystickTest, AHeldControlStepsOncePerPollUntilItIsLetGo)
 
 TEST(MainJoystickTest, OtherFormsTakeOverAndThePollWaitsBehindThem)
 {
-    for (const auto& [word, form] : { std::pair { "CONFIG", "frmMenu" }, std::pair { "ScreenSaver", "ScreenSav" },
-             std::pair { "mute", "frmMute" } }) {
+    for (const auto& [word, form] : { std::pair { "CONFIG", "frmMenu" },
+             std::pair { "ScreenSaver", "ScreenSav" }, std::pair { "mute", "frmMute" } }) {
         SCOPED_TRACE(word);
         CabinetFixture fx;
         bootWithStick(fx, joystickIni({ { 0, word }, { input::kJoyDown, "DOWN" } }));
@@ -114,13 +115,15 @@ TEST(MainJoystickTest, OtherFormsTakeOverAndThePollWaitsBehindThem)
 
 TEST(MainJoystickTest, EveryControlRestartsTheCountdownButTwoButtonsStopItForGood)
 {
-    struct Case {
+    struct Case
+    {
         bool iniFile;
         uint32_t buttons;
         bool saverAfterLettingGo;
     };
     // A button bound to nothing, a button without joystick.ini, two buttons together.
-    for (const Case& row : { Case { true, 512, true }, Case { false, 1, true }, Case { true, 1 | 2, false } }) {
+    for (const Case& row :
+        { Case { true, 512, true }, Case { false, 1, true }, Case { true, 1 | 2, false } }) {
         SCOPED_TRACE(row.buttons);
         CabinetFixture fx;
         bootWithStick(fx, row.iniFile ? kArcadeStick : std::string(), { .scrollRate = 15, .saverDelay = 5 });
@@ -141,7 +144,8 @@ TEST(MainJoystickTest, TheExitButtonIsKnownAfterALaunchAndAStickThatStopsAnsweri
     EXPECT_EQ(fx.cabinet().joyMap.exitButton, 0);
     fx.main().checkExitbut();
     EXPECT_EQ(fx.cabinet().joyMap.exitButton, 4);
-    for (const auto& [buttons, down] : { std::pair { 4u, true }, { 4u | 1u, false }, { 0u, false }, { 4u, true } }) {
+    for (const auto& [buttons, down] :
+        { std::pair { 4u, true }, { 4u | 1u, false }, { 0u, false }, { 4u, true } }) {
         SCOPED_TRACE(buttons);
         stick(fx, kCentre, kCentre, buttons);
         EXPECT_EQ(fx.main().exitButtonDown(), down);

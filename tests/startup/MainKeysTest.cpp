@@ -28,7 +28,8 @@ void hold(CabinetFixture& fx, int key, int64_t ms)
 // taken and everything steps every 75 ms.
 TEST(MainKeysTest, HeldKeyStepsAtTheScrollRate)
 {
-    struct Case {
+    struct Case
+    {
         int scrollRate, key, rowSteps, pathSteps, joystickMs; // rows from row 50, paths from list 1
     };
     const Case cases[] = { { 15, kDown, 2, 0, 75 }, { 16, kDown, 10, 0, 48 }, { 16, kUp, -10, 0, 48 },
@@ -84,19 +85,22 @@ TEST(MainKeysTest, TheReleaseClicksOnceMoreButTheKeyboardsRepeatsDoNothing)
 
 TEST(MainKeysTest, MovementKeyWithShiftCtrlOrAltShowsItsPictureFullScreen)
 {
-    struct Case {
+    struct Case
+    {
         int key;
         const char* panel;
         int shift;
     };
-    const Case cases[] = { { kDown, "xScreen", runtime::kCtrlMask }, { kPageDown, "xFlyer", runtime::kAltMask },
-        { kPageUp, "xCabinet", runtime::kShiftMask | runtime::kCtrlMask } };
+    const Case cases[]
+        = { { kDown, "xScreen", runtime::kCtrlMask }, { kPageDown, "xFlyer", runtime::kAltMask },
+              { kPageUp, "xCabinet", runtime::kShiftMask | runtime::kCtrlMask } };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.panel);
         CabinetFixture fx;
         fx.boot({});
         fx.main().c.List1.setListIndex(5);
-        const std::string picture = fx.home.write(std::string("art/") + row.panel + ".png", test::pngHeader(4, 3));
+        const std::string picture
+            = fx.home.write(std::string("art/") + row.panel + ".png", test::pngHeader(4, 3));
         auto* panel = dynamic_cast<runtime::PictureControl*>(fx.main().find(row.panel));
         ASSERT_TRUE(panel && panel->setFileName(picture));
         fx.press(row.key, row.shift);

@@ -18,7 +18,8 @@ TEST(ProgramEndTest, DisplayModePowerOffAndTheErrorBox)
 {
     const std::string refused = "ombrel.mShutDown error 8004062E: Can't enable shutdown: You do not have "
                                 "the privileges to shutdown this system. [Permission denied]";
-    struct Case {
+    struct Case
+    {
         const char* resX;
         const char* resY;
         bool powerOff;
@@ -38,10 +39,11 @@ TEST(ProgramEndTest, DisplayModePowerOffAndTheErrorBox)
     for (const Case& row : cases) {
         SCOPED_TRACE(row.expected.size());
         CabinetFixture fx;
-        fx.write({ .muted = true, .ini = [&](IniSample& ini) {
-                      ini.setTail(16, row.resX).setTail(17, row.resY).setTail(22, row.powerOff ? "YES" : "NO");
-                      ini.setTail(18, "60").setTail(19, "32").setTail(20, "75").setTail(21, "16");
-                  } });
+        fx.write(
+            { .muted = true, .ini = [&](IniSample& ini) {
+                 ini.setTail(16, row.resX).setTail(17, row.resY).setTail(22, row.powerOff ? "YES" : "NO");
+                 ini.setTail(18, "60").setTail(19, "32").setTail(20, "75").setTail(21, "16");
+             } });
         fx.power.setCheckResult(row.checkAnswer);
         fx.power.setSystemError(EACCES);
         fx.boot();
