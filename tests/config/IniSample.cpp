@@ -8,26 +8,34 @@ namespace ombrel::test {
 
 namespace {
 
-constexpr std::array<const char*, 8> kBlockLabels { "Roms=", "Exec=", "FullPaths=", "PathName=", "Opts=",
-    "Images=", "EmuFolder=", "ArtworkPath=" };
+constexpr std::array<const char*, 8> kBlockLabels {
+    "Roms=", "Exec=", "FullPaths=", "PathName=", "Opts=", "Images=", "EmuFolder=", "ArtworkPath="
+};
 
 constexpr std::array<const char*, 22> kTailLabels { "MameRoot=", "ImpactDir=", "NTImpact=", "ModelerDir=",
-    "U64Dir=", "U64Dir2=", "VPinballDir=", "S11Dir=", "", "S11Opt=", "DaphDir=", "DaphOpt=", "ScrollRateKeys=",
-    "ScrollRateJoys=", "TVOutSwitch=", "ResX=", "ResY=", "Freq=", "Bits=", "Freq=", "Bits=", "ShutdownOnExit=" };
+    "U64Dir=", "U64Dir2=", "VPinballDir=", "S11Dir=", "",
+    "S11Opt=", "DaphDir=", "DaphOpt=", "ScrollRateKeys=", "ScrollRateJoys=", "TVOutSwitch=", "ResX=", "ResY=",
+    "Freq=", "Bits=", "Freq=", "Bits=", "ShutdownOnExit=" };
+
+std::string blockLabel(int line)
+{
+    return kBlockLabels.at(static_cast<size_t>(line - 1));
+}
+
+std::string tailLabel(int line)
+{
+    return kTailLabels.at(static_cast<size_t>(line - 1));
+}
 
 } // namespace
-
-std::string IniSample::blockLabel(int line) { return kBlockLabels.at(static_cast<size_t>(line - 1)); }
-
-std::string IniSample::tailLabel(int line) { return kTailLabels.at(static_cast<size_t>(line - 1)); }
 
 IniSample::IniSample()
 {
     for (int path = 1; path <= 20; ++path)
         for (int line = 1; line <= 8; ++line)
             lines.push_back(blockLabel(line));
-    const char* values[] = { "", "", "NO", "", "", "", "", "", "NO", "", "", "", "75", "75", "NO", "0", "0", "0",
-        "0", "0", "0", "NO" };
+    const char* values[] = { "", "", "NO", "", "", "", "", "", "NO", "", "", "", "75", "75", "NO", "0", "0",
+        "0", "0", "0", "0", "NO" };
     for (int line = 1; line <= 22; ++line)
         lines.push_back(tailLabel(line) + values[line - 1]);
 }

@@ -20,8 +20,6 @@ public:
     // is inserted or removed before it).
     static size_t blockIndex(int path, int line) { return static_cast<size_t>((path - 1) * 8 + line - 1); }
     static size_t tailIndex(int line) { return static_cast<size_t>(160 + line - 1); }
-    static std::string blockLabel(int line);
-    static std::string tailLabel(int line);
 
     // The line as its label followed by value.
     IniSample& setBlock(int path, int line, std::string_view value);

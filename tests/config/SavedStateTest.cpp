@@ -17,14 +17,22 @@ using test::TempHome;
 
 SavedState sample()
 {
-    return { .curSkin = "\\Ombrel\\", .saverDelay = 300, .songMode = -1, .songVolume = -250.5f, .curSong = 12,
-        .muted = true, .lastIndex = 41, .lastPath = 3, .fontSize = 14 };
+    return { .curSkin = "\\Ombrel\\",
+        .saverDelay = 300,
+        .songMode = -1,
+        .songVolume = -250.5f,
+        .curSong = 12,
+        .muted = true,
+        .lastIndex = 41,
+        .lastPath = 3,
+        .fontSize = 14 };
 }
 
 TEST(SavedState, NumbersTakeTheirShortestPlainForm)
 {
-    const std::pair<double, const char*> rows[] = { { 300, "300" }, { -1, "-1" }, { 0.5, "0.5" }, { -0.0, "0" },
-        { 0.1, "0.1" }, { 1e20, "100000000000000000000" }, { 1e-7, "0.0000001" }, { 86400.25, "86400.25" } };
+    const std::pair<double, const char*> rows[]
+        = { { 300, "300" }, { -1, "-1" }, { 0.5, "0.5" }, { -0.0, "0" }, { 0.1, "0.1" },
+              { 1e20, "100000000000000000000" }, { 1e-7, "0.0000001" }, { 86400.25, "86400.25" } };
     for (const auto& [value, text] : rows)
         EXPECT_EQ(numberText(value), text);
     EXPECT_EQ(numberText(0.1f), "0.1") << "a 32-bit value is as short as its own precision allows";
@@ -48,7 +56,8 @@ TEST(SavedState, WritesEachLineInItsTextFormAndReadsItBack)
         std::string path = home.write(kSavedStateFileName, std::string(500, 'x'));
         ASSERT_EQ(saveCfg(disk, path, state), "");
         EXPECT_EQ(home.read(kSavedStateFileName), text);
-        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.root()), {}), 1) << "no temporary left";
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.root()), {}), 1)
+            << "no temporary left";
         SavedState read;
         double saverCount = 7;
         EXPECT_EQ(openCfg(path, read, saverCount), "");
@@ -75,7 +84,8 @@ TEST(SavedState, ReadsFilesWrittenByHand)
 // changes nothing.
 TEST(SavedState, StopsAtTheFirstBadValue)
 {
-    struct Row {
+    struct Row
+    {
         const char* text; // after the head; nullptr: no file
         const char* message;
         bool switchRead;

@@ -1,7 +1,7 @@
-// The browser's joystick on a whole cabinet: steps once per poll while a control is held, the other
-// forms, the saver countdown (two buttons together stop it for good), and the
-// exit button of a running game. The change of list drawn by the next step, EXIT and the exit button
-// that sends Esc are the scenarios demo-joystick and demo-joystick-exit.
+// The browser's joystick on a whole cabinet: steps once per poll while a control is held, the saver countdown
+// (two buttons together stop it for good), and the exit button of a running game. The change of list drawn by
+// the next step, EXIT and the exit button that sends Esc are the scenarios demo-joystick and
+// demo-joystick-exit.
 #include "CabinetFixture.h"
 
 #include "input/JoystickMap.h"
@@ -85,31 +85,6 @@ TEST(MainJoystickTest, AHeldControlStepsOncePerPollUntilItIsLetGo)
         stick(fx, kCentre, kCentre);
         fx.runFor(1000);
         EXPECT_EQ(fx.listIndex(), expected);
-    }
-}
-
-TEST(MainJoystickTest, OtherFormsTakeOverAndThePollWaitsBehindThem)
-{
-    for (const auto& [word, form] : { std::pair { "CONFIG", "frmMenu" },
-             std::pair { "ScreenSaver", "ScreenSav" }, std::pair { "mute", "frmMute" } }) {
-        SCOPED_TRACE(word);
-        CabinetFixture fx;
-        bootWithStick(fx, joystickIni({ { 0, word }, { input::kJoyDown, "DOWN" } }));
-        stick(fx, kCentre, kCentre, 1);
-        fx.runFor(75);
-        EXPECT_TRUE(fx.active(form));
-        EXPECT_EQ(fx.cabinet().saved.muted, std::string(form) == "frmMute");
-        stick(fx, kCentre, kFar);
-        fx.runFor(300);
-        EXPECT_EQ(fx.listIndex(), 0) << "the stick moves nothing behind the form";
-        stick(fx, kCentre, kCentre);
-        if (fx.showing(form))
-            fx.tap(test::vk::kEsc);
-        fx.runFor(1000);
-        EXPECT_TRUE(fx.active("Main"));
-        stick(fx, kCentre, kFar);
-        fx.runFor(75);
-        EXPECT_EQ(fx.listIndex(), 1);
     }
 }
 

@@ -47,7 +47,9 @@ TEST(DisplayModes, ValuesAreRoundedAndPassedOnAndTheDisplaysAnswerReturned)
         // The desktop's mode is always asked for, rounded alike, with 0 for what does not fit.
         trace.lines.clear();
         EXPECT_EQ(restoreRes(display, row.width, row.height, row.bits, row.freq), 0);
-        EXPECT_EQ(trace.lines, std::vector<std::string> { row.restored ? row.restored : "display restore " + std::string(row.expected + 8) });
+        EXPECT_EQ(trace.lines,
+            std::vector<std::string> {
+                row.restored ? row.restored : "display restore " + std::string(row.expected + 8) });
     }
 }
 
