@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using namespace ombrel;
@@ -105,40 +107,24 @@ TEST(JoystickMapTest, WordsGiveTheirCommandsInAnyCaseButInfoIsOutOfReach)
 
 TEST(JoystickMapTest, TheExitButtonIsTheFirstButtonSpeltExit)
 {
-    struct Case
-    {
-        const char* name;
-        std::vector<std::pair<int, std::string>> words; // control index, word
-        int16_t before;
-        int16_t expected;
-    };
-    const std::vector<Case> cases {
-        { "button 1", { { 0, "Exit" } }, 0, 1 },
-        { "the first of two", { { 5, "Exit" }, { 2, "Exit" } }, 0, 4 },
-        { "another spelling does not count", { { 0, "EXIT" }, { 1, "exit" } }, 0, 0 },
-        { "a stick direction does not count", { { input::kJoyUp, "Exit" } }, 0, 0 },
-        { "without a match the old mask stays", { { 0, "SELECT" } }, 8, 8 },
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
+    // The words of the first controls (the 13th is the stick's Up), the mask before, the mask after.
+    const std::tuple<std::vector<std::string>, int16_t, int16_t> cases[]
+        = { { { "Exit" }, 0, 1 }, { { "", "", "Exit", "", "", "Exit" }, 0, 4 }, { { "EXIT", "exit" }, 0, 0 },
+              { { "", "", "", "", "", "", "", "", "", "", "", "", "Exit" }, 0, 0 }, { { "SELECT" }, 8, 8 } };
+    for (const auto& [words, before, expected] : cases) {
         JoystickMap map;
-        map.exitButton = row.before;
-        for (const auto& [index, word] : row.words)
-            map.joyKeys[static_cast<size_t>(index)] = word;
+        map.exitButton = before;
+        std::copy(words.begin(), words.end(), map.joyKeys.begin());
         input::checkExitbut(map);
-        EXPECT_EQ(map.exitButton, row.expected);
+        EXPECT_EQ(map.exitButton, expected) << words.size();
     }
 }
 
-TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
+// The stick fires beyond its dead zone, in its order; one of the twelve buttons fires when held alone.
+TEST(JoystickMapTest, TheControlsOneReadingFires)
 {
-    struct Case
-    {
-        uint32_t x, y;
-        std::vector<int> expected;
-    };
     using input::kJoyDown, input::kJoyLeft, input::kJoyRight, input::kJoyUp;
-    const std::vector<Case> cases {
+    const std::tuple<uint32_t, uint32_t, std::vector<int>> sticks[] = {
         // clang-format off
         { 32767, 32767, {} }, { 20000, 20000, {} }, { 40000, 40000, {} },
         { 32767, 19999, { kJoyUp } }, { 32767, 40001, { kJoyDown } },
@@ -147,21 +133,12 @@ TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
         { 65535, 0, { kJoyUp, kJoyRight } }, { 0, 65535, { kJoyDown, kJoyLeft } },
         // clang-format on
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(std::to_string(row.x) + "," + std::to_string(row.y));
-        // The buttons play no part in the stick's directions.
-        EXPECT_EQ(input::stickControls({ .x = row.x, .y = row.y, .buttons = 1 }), row.expected);
-    }
-}
-
-TEST(JoystickMapTest, OnlyOneOfTheTwelveButtonsHeldAloneFires)
-{
-    // Two buttons together, button 13 and beyond fire nothing.
-    const std::vector<std::pair<uint32_t, std::optional<int>>> cases { { 0, std::nullopt }, { 1, 0 },
-        { 2, 1 }, { 8, 3 }, { 2048, 11 }, { 3, std::nullopt }, { 4096, std::nullopt },
-        { 0x80000000u, std::nullopt }, { 0xFFFFFFFFu, std::nullopt } };
-    for (const auto& [buttons, control] : cases)
-        EXPECT_EQ(input::buttonControl(buttons), control) << buttons;
+    for (const auto& [x, y, expected] : sticks) // the buttons play no part in the directions
+        EXPECT_EQ(input::stickControls({ .x = x, .y = y, .buttons = 1 }), expected) << x << "," << y;
+    const std::pair<uint32_t, std::optional<int>> buttons[] = { { 0, std::nullopt }, { 1, 0 }, { 8, 3 },
+        { 2048, 11 }, { 3, std::nullopt }, { 4096, std::nullopt }, { 0xFFFFFFFFu, std::nullopt } };
+    for (const auto& [held, control] : buttons)
+        EXPECT_EQ(input::buttonControl(held), control) << held;
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 using namespace ombrel;
 using input::KeyMap;
@@ -88,8 +89,7 @@ TEST(KeyMapTest, WritesOneLineOfThirteenCodesAndReadsItBack)
     KeyMap bare; // a cabinet without a key map saves what it has
     bare.keyConfig = 9;
     const std::pair<KeyMap, const char*> rows[]
-        = { { cabinetKeys(), "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n" },
-              { bare, ",,,,,9,,,,,,,\r\n" } };
+        = { { cabinetKeys(), "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n" }, { bare, ",,,,,9,,,,,,,\r\n" } };
     for (const auto& [keys, text] : rows) {
         test::TempHome home;
         platform::DiskFiles disk;
@@ -102,7 +102,8 @@ TEST(KeyMapTest, WritesOneLineOfThirteenCodesAndReadsItBack)
     }
 }
 
-TEST(KeyMapTest, EachKeyOfTheMapGivesItsCommand)
+// Each key gives its command; when two commands share a key, the one tested first wins.
+TEST(KeyMapTest, EachKeyGivesItsCommand)
 {
     const KeyMap keys = cabinetKeys();
     using enum input::LogicalCommand;
@@ -112,29 +113,18 @@ TEST(KeyMapTest, EachKeyOfTheMapGivesItsCommand)
     for (const auto& [vk, command] : cases)
         EXPECT_EQ(input::commandForKey(vk, keys), command) << vk;
     EXPECT_EQ(input::commandForKey(65, keys), std::nullopt);
-    // Keys that were never given match nothing, not even a code of 0.
-    EXPECT_EQ(input::commandForKey(0, KeyMap {}), std::nullopt);
-}
+    EXPECT_EQ(input::commandForKey(0, KeyMap {}), std::nullopt)
+        << "keys never given match nothing, not even 0";
 
-TEST(KeyMapTest, TwoCommandsOnOneKeyGiveTheOneTestedFirst)
-{
-    struct Case
-    {
-        input::KeyCode KeyMap::*first;
-        input::KeyCode KeyMap::*second;
-        input::LogicalCommand wins;
-    };
-    const Case cases[] = {
-        { &KeyMap::keySelect, &KeyMap::keyExit, input::LogicalCommand::Exit },
-        { &KeyMap::keyDown, &KeyMap::keyInfo, input::LogicalCommand::Info }, // info before everything
-        { &KeyMap::keyDown, &KeyMap::keyUp, input::LogicalCommand::Up },
-        { &KeyMap::keyNextPage, &KeyMap::keyNextPath, input::LogicalCommand::NextPath },
-        { &KeyMap::keyRefresh, &KeyMap::keyPrevPage, input::LogicalCommand::LeftPage },
-    };
-    for (const Case& row : cases) {
-        KeyMap keys = cabinetKeys();
-        keys.*row.first = keys.*row.second = 200;
-        EXPECT_EQ(input::commandForKey(200, keys), row.wins) << input::commandInfo(row.wins).name;
+    const std::tuple<input::KeyCode KeyMap::*, input::KeyCode KeyMap::*, input::LogicalCommand> shared[]
+        = { { &KeyMap::keySelect, &KeyMap::keyExit, Exit }, { &KeyMap::keyDown, &KeyMap::keyInfo, Info },
+              { &KeyMap::keyDown, &KeyMap::keyUp, Up },
+              { &KeyMap::keyNextPage, &KeyMap::keyNextPath, NextPath },
+              { &KeyMap::keyRefresh, &KeyMap::keyPrevPage, LeftPage } };
+    for (const auto& [first, second, wins] : shared) {
+        KeyMap both = cabinetKeys();
+        both.*first = both.*second = 200;
+        EXPECT_EQ(input::commandForKey(200, both), wins) << input::commandInfo(wins).name;
     }
 }
 
