@@ -55,10 +55,8 @@ public:
     ~CabinetFixture();
 
     void write(const CabinetSetup& setup);
-    // Starts the program: the start-up form is loaded; no time passes.
-    void start();
-    // Starts the program and runs it until the browser is up and the start-up form's timers are over.
-    void boot();
+    void start(); // the start-up form is loaded; no time passes
+    void boot(); // start(), then on until the browser is up and the start-up form's timers are over
     void boot(const CabinetSetup& setup)
     {
         write(setup);
