@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -88,25 +89,21 @@ TEST(MainJoystickTest, AHeldControlStepsOncePerPollUntilItIsLetGo)
 
 TEST(MainJoystickTest, EveryControlRestartsTheCountdownButTwoButtonsStopItForGood)
 {
-    struct Case
-    {
-        bool iniFile;
-        uint32_t buttons;
-        bool saverAfterLettingGo;
-    };
-    // A button bound to nothing, a button without joystick.ini, two buttons together.
-    for (const Case& row :
-        { Case { true, 512, true }, Case { false, 1, true }, Case { true, 1 | 2, false } }) {
-        SCOPED_TRACE(row.buttons);
+    // A button bound to nothing, a button without joystick.ini, two buttons together: whether the
+    // countdown runs again once the stick is let go.
+    const std::tuple<bool, uint32_t, bool> cases[]
+        = { { true, 512, true }, { false, 1, true }, { true, 1 | 2, false } };
+    for (const auto& [iniFile, buttons, saverAfter] : cases) {
+        SCOPED_TRACE(buttons);
         CabinetFixture fx;
-        bootWithStick(fx, row.iniFile ? kArcadeStick : std::string(), { .scrollRate = 15, .saverDelay = 5 });
-        stick(fx, kCentre, kCentre, row.buttons);
+        bootWithStick(fx, iniFile ? kArcadeStick : std::string(), { .scrollRate = 15, .saverDelay = 5 });
+        stick(fx, kCentre, kCentre, buttons);
         fx.runFor(20'000);
         EXPECT_FALSE(fx.showing("ScreenSav"));
         EXPECT_EQ(fx.listIndex(), 0);
         stick(fx, kCentre, kCentre);
         fx.runFor(60'000);
-        EXPECT_EQ(fx.showing("ScreenSav"), row.saverAfterLettingGo);
+        EXPECT_EQ(fx.showing("ScreenSav"), saverAfter);
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
 
 using namespace ombrel;
 using namespace ombrel::test::vk;
@@ -85,27 +86,20 @@ TEST(MainKeysTest, TheReleaseClicksOnceMoreButTheKeyboardsRepeatsDoNothing)
 
 TEST(MainKeysTest, MovementKeyWithShiftCtrlOrAltShowsItsPictureFullScreen)
 {
-    struct Case
-    {
-        int key;
-        const char* panel;
-        int shift;
-    };
-    const Case cases[]
+    const std::tuple<int, const char*, int> cases[]
         = { { kDown, "xScreen", runtime::kCtrlMask }, { kPageDown, "xFlyer", runtime::kAltMask },
               { kPageUp, "xCabinet", runtime::kShiftMask | runtime::kCtrlMask } };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.panel);
+    for (const auto& [key, name, shift] : cases) {
+        SCOPED_TRACE(name);
         CabinetFixture fx;
         fx.boot({});
         fx.main().c.List1.setListIndex(5);
-        const std::string picture
-            = fx.home.write(std::string("art/") + row.panel + ".png", test::pngHeader(4, 3));
-        auto* panel = dynamic_cast<runtime::PictureControl*>(fx.main().find(row.panel));
+        const std::string picture = fx.home.write(std::string("art/") + name + ".png", test::pngHeader(4, 3));
+        auto* panel = dynamic_cast<runtime::PictureControl*>(fx.main().find(name));
         ASSERT_TRUE(panel && panel->setFileName(picture));
-        fx.press(row.key, row.shift);
+        fx.press(key, shift);
         fx.runFor(300);
-        fx.release(row.key, row.shift);
+        fx.release(key, shift);
         EXPECT_TRUE(fx.active("ScreenSav"));
         EXPECT_FALSE(fx.cabinet().run.saverAuto);
         EXPECT_EQ(fx.cabinet().run.curPic, picture);
