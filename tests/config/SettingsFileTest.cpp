@@ -108,7 +108,6 @@ TEST(SettingsFile, TreatsEachValueByItsLine)
         { "whole number with a rest", rateLine, "ScrollRateKeys=75ms", rate, "75" },
         { "whole number not a number", rateLine, "ScrollRateKeys=fast", rate, "0" },
         { "whole number half to even down", rateLine, "ScrollRateKeys=12.5", rate, "12" },
-        { "whole number half to even up", rateLine, "ScrollRateKeys=13.5", rate, "14" },
         { "number with blanks and a fraction", IniSample::tailIndex(16), "ResX= 1024.5 ", resX,
             "1024.500000" },
         { "any label of the right length", romsLine, "12345roms\\", roms, "roms\\" },

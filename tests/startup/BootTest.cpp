@@ -20,11 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-int count(const std::vector<std::string>& lines, const std::string& line)
-{
-    return static_cast<int>(std::count(lines.begin(), lines.end(), line));
-}
-
 // The message stands until a key or a click on it ends the program, else four seconds do; nothing of
 // the cabinet starts on half-read settings. (A click on the backdrop and a joystick button are the
 // scenario broken-settings.)
@@ -69,7 +64,7 @@ TEST(BootTest, BrokenSettingsStopTheStartWithTheFirstProblem)
             EXPECT_EQ(fx.trace.lines.back(), "program end");
             for (const std::string& line : fx.trace.lines)
                 EXPECT_EQ(line.find("Main"), std::string::npos) << line;
-            EXPECT_EQ(count(fx.trace.lines, "media mpIntro play"), 0);
+            EXPECT_EQ(fx.countSinceMark("media mpIntro play"), 0);
         }
     }
 }
@@ -85,8 +80,8 @@ TEST(BootTest, AKeyEndsTheFilmAndWithoutOneTheBrowserComesAtOnceOnItsLastGame)
     fx.press(32);
     fx.runFor(20);
     EXPECT_TRUE(fx.showing("Main"));
-    EXPECT_EQ(count(fx.trace.lines, "media mpIntro stop"), 1);
-    EXPECT_EQ(count(fx.trace.lines, "media mpIntro end"), 0);
+    EXPECT_EQ(fx.countSinceMark("media mpIntro stop"), 1);
+    EXPECT_EQ(fx.countSinceMark("media mpIntro end"), 0);
 
     CabinetFixture bare;
     bare.write({ .listSizes = { 3 } });

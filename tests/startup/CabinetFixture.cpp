@@ -82,12 +82,7 @@ void CabinetFixture::boot()
 
 void CabinetFixture::input(runtime::InputKind kind, int key, int shift, const std::string& target)
 {
-    runtime::InputEvent event;
-    event.kind = kind;
-    event.vk = key;
-    event.shift = shift;
-    event.target = target;
-    loop.postInput(event);
+    loop.postInput({ .kind = kind, .vk = key, .shift = shift, .target = target });
     loop.doEvents();
 }
 

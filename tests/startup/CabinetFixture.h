@@ -1,6 +1,5 @@
-// CabinetFixture: a whole cabinet in a temporary program folder, run by the real application over
-// fakes on a virtual clock: tests write the cabinet's files, boot it, press keys, move time, and read
-// the state and the trace.
+// CabinetFixture: a whole cabinet in a temporary program folder, run by the real application over fakes
+// on a virtual clock: tests write its files, boot it, press keys, move time, read the state and trace.
 #pragma once
 
 #include "IniSample.h"
@@ -31,8 +30,7 @@
 
 namespace ombrel::test {
 
-// The cabinet's keys (omkeys.cfg): arrows for rows and lists, Page Up and Down for pages, F5, Tab,
-// Enter, Esc, 5 for the saver, M for mute, 1 for info.
+// The cabinet's keys (omkeys.cfg): arrows, pages, F5, Tab, Enter, Esc, 5 for the saver, M, 1 for info.
 namespace vk {
 constexpr int kEnter = 13, kEsc = 27, kPageUp = 33, kPageDown = 34, kUp = 38, kRight = 39, kDown = 40,
               kFive = 53, kA = 65, kM = 77;

@@ -1,6 +1,5 @@
-// Starting a game when its program cannot be started: the player sees nothing of it, and the browser
-// goes on as after a game that ended at once, or as after a timed start. (The user path's failure is
-// the scenario launch-failed.)
+// A timed start whose program cannot be started: the browser goes on as after a timed start. (A plain
+// start that fails is the scenario launch-failed.)
 #include "CabinetFixture.h"
 
 #include <gtest/gtest.h>
