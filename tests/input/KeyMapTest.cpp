@@ -48,8 +48,6 @@ TEST(KeyMapTest, ReadsTheFileOrFallsBackToTabForTheMenu)
         bool held = false; // the keys were 101 to 113 before, as when the browser is rebuilt
     };
     const Case cases[] = {
-        { "one line", "38,40,34,33,116,112,39,37,13,27,83,77,73\r\n",
-            "38,40,34,33,116,112,39,37,13,27,83,77,73,", true },
         { "line ends and commas mixed, blanks around values, no final line end",
             "  38\r\n40,34\n 33 ,116\r112,39,37,13,27,83,77,73", "38,40,34,33,116,112,39,37,13,27,83,77,73,",
             true },

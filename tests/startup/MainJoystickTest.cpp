@@ -87,6 +87,19 @@ TEST(MainJoystickTest, AHeldControlStepsOncePerPollUntilItIsLetGo)
     }
 }
 
+TEST(MainJoystickTest, ThePollWaitsBehindAnotherForm)
+{
+    CabinetFixture fx;
+    bootWithStick(fx, kArcadeStick);
+    fx.tap(test::vk::kM); // the mute notice stands for 800 ms
+    stick(fx, kCentre, kFar);
+    fx.runFor(300);
+    EXPECT_EQ(fx.listIndex(), 0);
+    fx.runFor(600);
+    EXPECT_TRUE(fx.active("Main"));
+    EXPECT_GT(fx.listIndex(), 0);
+}
+
 TEST(MainJoystickTest, EveryControlRestartsTheCountdownButTwoButtonsStopItForGood)
 {
     // A button bound to nothing, a button without joystick.ini, two buttons together: whether the

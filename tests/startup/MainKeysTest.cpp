@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <array>
 #include <string>
 #include <tuple>
 
@@ -29,26 +30,24 @@ void hold(CabinetFixture& fx, int key, int64_t ms)
 // taken and everything steps every 75 ms.
 TEST(MainKeysTest, HeldKeyStepsAtTheScrollRate)
 {
-    struct Case
-    {
-        int scrollRate, key, rowSteps, pathSteps, joystickMs; // rows from row 50, paths from list 1
-    };
+    // Scroll rate, key, rows stepped from row 50, lists stepped from list 1, the joystick's poll.
+    using Case = std::array<int, 5>;
     const Case cases[] = { { 15, kDown, 2, 0, 75 }, { 16, kDown, 10, 0, 48 }, { 16, kUp, -10, 0, 48 },
         { 15, kRight, 0, 2, 75 }, { 16, kRight, 0, 3, 48 }, { 20000, kRight, 0, 2, 75 } };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.scrollRate);
+    for (const auto& [scrollRate, key, rowSteps, pathSteps, joystickMs] : cases) {
+        SCOPED_TRACE(scrollRate);
         CabinetFixture fx;
-        fx.boot({ .scrollRate = row.scrollRate, .listSizes = { 100, 3, 3, 3, 3 } });
+        fx.boot({ .scrollRate = scrollRate, .listSizes = { 100, 3, 3, 3, 3 } });
         fx.main().c.List1.setListIndex(50);
-        hold(fx, row.key, 170);
-        if (row.pathSteps == 0) {
-            EXPECT_EQ(fx.listIndex(), 50 + row.rowSteps);
+        hold(fx, key, 170);
+        if (pathSteps == 0) {
+            EXPECT_EQ(fx.listIndex(), 50 + rowSteps);
         }
-        EXPECT_EQ(fx.main().timjoy.interval(), row.joystickMs);
+        EXPECT_EQ(fx.main().timjoy.interval(), joystickMs);
         const int index = fx.listIndex();
         fx.runFor(1000); // nothing moves once the key is up
         EXPECT_EQ(fx.listIndex(), index);
-        EXPECT_EQ(fx.curPath(), 1 + row.pathSteps);
+        EXPECT_EQ(fx.curPath(), 1 + pathSteps);
     }
 }
 

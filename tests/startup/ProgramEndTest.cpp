@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace ombrel::test {
@@ -18,32 +19,24 @@ TEST(ProgramEndTest, DisplayModePowerOffAndTheErrorBox)
 {
     const std::string refused = "ombrel.mShutDown error 8004062E: Can't enable shutdown: You do not have "
                                 "the privileges to shutdown this system. [Permission denied]";
-    struct Case
-    {
-        const char* resX;
-        const char* resY;
-        bool powerOff;
-        int checkAnswer;
-        std::vector<std::string> expected; // from the end of the goodbye on, without sounds and files
-    };
-    // The fake desktop is 640 x 480; the settings keep 32 bits at 60 Hz for it, 16 at 75 for the front
-    // end. Only the widths are compared, at start and at the end.
-    const Case cases[] = {
+    // ResX=, ResY=, ShutdownOnExit=, the permission's answer, and the trace from the end of the goodbye on
+    // without sounds and files. The fake desktop is 640 x 480; the settings keep 32 bits at 60 Hz for
+    // it, 16 at 75 for the front end. Only the widths are compared, at start and at the end.
+    const std::tuple<const char*, const char*, bool, int, std::vector<std::string>> cases[] = {
         { "640", "400", false, 0, { "program end" } },
         { "800", "600", true, 0,
             { "display restore 640x480 bits 32 freq 60", "power check", "power off", "program end" } },
         { "0", "0", true, platform::kErrNoPrivilege,
             { "power check", "error " + refused, "form load ErrorBox", "form show ErrorBox" } },
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.expected.size());
+    for (const auto& [resX, resY, powerOff, checkAnswer, expected] : cases) {
+        SCOPED_TRACE(expected.size());
         CabinetFixture fx;
-        fx.write(
-            { .muted = true, .ini = [&](IniSample& ini) {
-                 ini.setTail(16, row.resX).setTail(17, row.resY).setTail(22, row.powerOff ? "YES" : "NO");
-                 ini.setTail(18, "60").setTail(19, "32").setTail(20, "75").setTail(21, "16");
-             } });
-        fx.power.setCheckResult(row.checkAnswer);
+        fx.write({ .muted = true, .ini = [&](IniSample& ini) {
+                      ini.setTail(16, resX).setTail(17, resY).setTail(22, powerOff ? "YES" : "NO");
+                      ini.setTail(18, "60").setTail(19, "32").setTail(20, "75").setTail(21, "16");
+                  } });
+        fx.power.setCheckResult(checkAnswer);
         fx.power.setSystemError(EACCES);
         fx.boot();
 
@@ -57,9 +50,9 @@ TEST(ProgramEndTest, DisplayModePowerOffAndTheErrorBox)
         for (const std::string& line : fx.sinceMark())
             if (!line.starts_with("media ") && !line.starts_with("file ") && !line.starts_with("select "))
                 lines.push_back(line);
-        EXPECT_EQ(lines, row.expected);
-        EXPECT_EQ(fx.loop.quitting(), row.checkAnswer == 0);
-        if (row.checkAnswer == 0) {
+        EXPECT_EQ(lines, expected);
+        EXPECT_EQ(fx.loop.quitting(), checkAnswer == 0);
+        if (checkAnswer == 0) {
             EXPECT_EQ(fx.loop.exitCode(), 0);
             EXPECT_EQ(err, "");
             continue;
