@@ -49,9 +49,8 @@ TEST_P(ProgramRunTest, ExitsWithItsCodeAndSaysWhy)
     TempHome dir;
     // The demo cabinet as scripts/run-demo.sh makes it: a copy, with the built demo emulator in emu/.
     fs::copy(fs::path(sourceDir()) / "demo", dir.root() / "demo", fs::copy_options::recursive);
-    const char* demoEmulator = std::getenv("DEMOEMU");
-    ASSERT_TRUE(demoEmulator && *demoEmulator);
-    fs::copy_file(demoEmulator, dir.root() / "demo/emu/demoemu");
+    ASSERT_TRUE(std::getenv("DEMOEMU"));
+    fs::copy_file(std::getenv("DEMOEMU"), dir.root() / "demo/emu/demoemu");
     if (std::string(row.args).find("--check") != std::string::npos && !fs::exists("/usr/games/mame"))
         GTEST_SKIP() << "the demo's fifth list runs Debian's MAME, which is not installed";
 

@@ -1,6 +1,7 @@
 // IniSample: the line layout of a settings file, written out for tests.
 #include "IniSample.h"
 
+#include <algorithm>
 #include <array>
 
 namespace ombrel::test {
@@ -16,30 +17,27 @@ constexpr std::array<const char*, 22> kTailLabels { "MameRoot=", "ImpactDir=", "
     "S11Opt=", "DaphDir=", "DaphOpt=", "ScrollRateKeys=", "ScrollRateJoys=", "TVOutSwitch=", "ResX=", "ResY=",
     "Freq=", "Bits=", "Freq=", "Bits=", "ShutdownOnExit=" };
 
-} // namespace
-
-std::string IniSample::blockLabel(int line)
+std::string blockLabel(int line)
 {
     return kBlockLabels.at(static_cast<size_t>(line - 1));
 }
 
-std::string IniSample::tailLabel(int line)
+std::string tailLabel(int line)
 {
     return kTailLabels.at(static_cast<size_t>(line - 1));
 }
 
+} // namespace
+
 IniSample::IniSample()
 {
-    for (int path = 1; path <= 20; ++path) {
+    for (int path = 1; path <= 20; ++path)
         for (int line = 1; line <= 8; ++line)
             lines.push_back(blockLabel(line));
-    }
+    const char* values[] = { "", "", "NO", "", "", "", "", "", "NO", "", "", "", "75", "75", "NO", "0", "0",
+        "0", "0", "0", "0", "NO" };
     for (int line = 1; line <= 22; ++line)
-        lines.push_back(tailLabel(line));
-    setTail(3, "NO").setTail(9, "NO").setTail(13, "75").setTail(14, "75").setTail(15, "NO");
-    for (int line = 16; line <= 21; ++line)
-        setTail(line, "0");
-    setTail(22, "NO");
+        lines.push_back(tailLabel(line) + values[line - 1]);
 }
 
 IniSample& IniSample::setBlock(int path, int line, std::string_view value)
@@ -62,8 +60,7 @@ IniSample& IniSample::insertBefore(size_t index, std::string_view line)
 
 IniSample& IniSample::truncate(size_t count)
 {
-    if (count < lines.size())
-        lines.resize(count);
+    lines.resize(std::min(count, lines.size()));
     return *this;
 }
 
@@ -73,11 +70,6 @@ std::string IniSample::text(std::string_view lineEnd) const
     for (const std::string& line : lines)
         text += line + std::string(lineEnd);
     return text;
-}
-
-std::string IniSample::writeTo(const TempHome& home, std::string_view lineEnd) const
-{
-    return home.write("ombrel.ini", text(lineEnd));
 }
 
 } // namespace ombrel::test

@@ -24,18 +24,11 @@ public:
     // The line as its label followed by value.
     IniSample& setBlock(int path, int line, std::string_view value);
     IniSample& setTail(int line, std::string_view value);
-
-    // Inserts a line in front of lines[index].
     IniSample& insertBefore(size_t index, std::string_view line);
-    // Keeps only the first count lines.
     IniSample& truncate(size_t count);
 
     std::string text(std::string_view lineEnd = "\r\n") const;
-    // Writes ombrel.ini into the program folder; returns its path.
-    std::string writeTo(const TempHome& home, std::string_view lineEnd = "\r\n") const;
-
-    static std::string blockLabel(int line);
-    static std::string tailLabel(int line);
+    std::string writeTo(const TempHome& home) const { return home.write("ombrel.ini", text()); }
 
     std::vector<std::string> lines;
 };

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using namespace ombrel;
@@ -16,26 +17,19 @@ using input::LogicalCommand;
 
 namespace {
 
-using Words = std::vector<std::string>;
-
-// The sixteen bindings, trailing empty ones left off, so a row of the table reads at a glance.
-Words bound(const JoystickMap& map)
+// The sixteen bindings joined by '|', trailing empty ones left off, so a row reads at a glance.
+std::string bound(const JoystickMap& map)
 {
-    Words words(map.joyKeys.begin(), map.joyKeys.end());
-    while (!words.empty() && words.back().empty())
-        words.pop_back();
-    return words;
+    std::string words;
+    for (const std::string& word : map.joyKeys)
+        words += word + "|";
+    return words.erase(words.find_last_not_of('|') + 1);
 }
 
-struct ReadCase
+std::string repeated(const std::string& text, int times)
 {
-    const char* name;
-    std::string file;
-    Words expected;
-    bool complete; // all sixteen controls were read
-    const char* fileName = "joystick.ini"; // as written; it is always looked up as joystick.ini
-    const char* held = ""; // what every binding held before the reading
-};
+    return times == 0 ? "" : text + repeated(text, times - 1);
+}
 
 // Every label is seven characters, "Btn  1:" or "Up    :", as a cabinet owner lines them up.
 const std::string kSixteen
@@ -43,55 +37,47 @@ const std::string kSixteen
       "Btn  5: CONFIG\r\nBtn  6: SCREENSAVER\r\nBtn  7: LEFTPAGE\r\nBtn  8: RIGHTPAGE\r\n"
       "Btn  9:\r\nBtn 10:\r\nBtn 11:\r\nBtn 12:\r\n"
       "Up    : UP\r\nDown  : DOWN\r\nLeft  : PREVPATH\r\nRight : NEXTPATH\r\n";
-const Words kSixteenWords { "SELECT", "Exit", "refresh", "MUTE", "CONFIG", "SCREENSAVER", "LEFTPAGE",
-    "RIGHTPAGE", "", "", "", "", "UP", "DOWN", "PREVPATH", "NEXTPATH" };
-
-std::string repeated(const std::string& text, int times)
-{
-    std::string out;
-    for (int i = 0; i < times; ++i)
-        out += text;
-    return out;
-}
-
-Words followedBy(Words words, size_t count, const std::string& word)
-{
-    words.insert(words.end(), count, word);
-    return words;
-}
+const char* kSixteenWords
+    = "SELECT|Exit|refresh|MUTE|CONFIG|SCREENSAVER|LEFTPAGE|RIGHTPAGE|||||UP|DOWN|PREVPATH|NEXTPATH";
 
 TEST(JoystickMapTest, ReadsSixteenBindingsOrStopsWhereTheFileGoesWrong)
 {
-    const std::vector<ReadCase> cases {
+    struct Case
+    {
+        const char* name;
+        std::string file;
+        std::string expected;
+        bool complete; // all sixteen controls were read
+        const char* fileName = "joystick.ini"; // as written; it is always looked up as joystick.ini
+        const char* held = ""; // what every binding held before the reading
+    };
+    const Case cases[] = {
         { "sixteen rows, labels dropped, words trimmed, case kept", kSixteen, kSixteenWords, true },
         { "the file is found whatever the case of its name", kSixteen, kSixteenWords, true, "Joystick.INI" },
         { "comments and blank rows bind nothing and take no place",
             "' Ombrel joystick\r\n\r\n'Btn  1: MUTE\r\nBtn  1: SELECT\r\n   \r\n" + kSixteen.substr(16),
             kSixteenWords, true },
         { "LF line ends, and rows past the sixteenth are not read",
-            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n",
-            followedBy({ "UP" }, 15, "X"), true },
-        { "a missing row ends the reading; the rows before it stand", "Btn  1: UP\r\nBtn  2: DOWN\r\n",
-            Words { "UP", "DOWN" }, false },
-        { "an empty file", "", Words {}, false },
-        { "a row shorter than its label stops the reading", "Btn  1: UP\r\nBtn  2\r\nBtn  3: DOWN\r\n",
-            Words { "UP" }, false },
+            "Btn  1: UP\n" + repeated("Other: X\n", 15) + "Btn 17: DOWN\nshort\n", "UP" + repeated("|X", 15),
+            true },
+        { "a missing row ends the reading", "Btn  1: UP\r\nBtn  2: DOWN\r\n", "UP|DOWN", false },
+        { "an empty file", "", "", false },
+        { "a row shorter than its label stops the reading", "Btn  1: UP\r\nBtn  2\r\nBtn  3: DOWN\r\n", "UP",
+            false },
         { "a row of the label alone binds nothing but takes its place", "Btn  1:\r\nBtn  2: DOWN\r\n",
-            Words { "", "DOWN" }, false },
+            "|DOWN", false },
         { "a comma ends a row: the rest of it is the next control's row",
-            "Btn  1: UP, Btn  2: DOWN\r\n' a comment, Btn  3: SELECT\r\n", Words { "UP", "DOWN", "SELECT" },
-            false },
+            "Btn  1: UP, Btn  2: DOWN\r\n' a comment, Btn  3: SELECT\r\n", "UP|DOWN|SELECT", false },
         { "blanks before a row are skipped before the label is counted",
-            "   Btn  1: SELECT\r\n\tBtn  2: DOWN\r\n", Words { "SELECT", "DOWN" }, false },
-        { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", Words { "SELECT" },
-            false },
-        { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", Words { "SELECT" }, false },
+            "   Btn  1: SELECT\r\n\tBtn  2: DOWN\r\n", "SELECT|DOWN", false },
+        { "a label in UTF-8 counts characters, not bytes", "Bouton\xC3\xA9 SELECT\r\n", "SELECT", false },
+        { "a label in Windows-1252 counts bytes", "Bouton\xE9 SELECT\r\n", "SELECT", false },
         { "bindings not reached keep what they held", "Btn  1: SELECT\r\nBtn  2:\r\n",
-            followedBy({ "SELECT", "" }, 14, "MUTE"), false, "joystick.ini", "MUTE" },
-        { "without the file every binding keeps what it held", kSixteen, followedBy({}, 16, "MUTE"), false,
-            "other.ini", "MUTE" },
+            "SELECT|" + repeated("|MUTE", 14), false, "joystick.ini", "MUTE" },
+        { "without the file every binding keeps what it held", kSixteen, "MUTE" + repeated("|MUTE", 15),
+            false, "other.ini", "MUTE" },
     };
-    for (const ReadCase& row : cases) {
+    for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
         test::TempHome home;
         home.write(row.fileName, row.file);
@@ -115,50 +101,30 @@ TEST(JoystickMapTest, WordsGiveTheirCommandsInAnyCaseButInfoIsOutOfReach)
         { "UP DOWN", std::nullopt },
         // clang-format on
     };
-    for (const auto& [word, command] : cases) {
-        SCOPED_TRACE(word);
-        EXPECT_EQ(input::joyCommand(word), command);
-    }
+    for (const auto& [word, command] : cases)
+        EXPECT_EQ(input::joyCommand(word), command) << word;
 }
 
 TEST(JoystickMapTest, TheExitButtonIsTheFirstButtonSpeltExit)
 {
-    struct Case
-    {
-        const char* name;
-        std::vector<std::pair<int, std::string>> words; // control index, word
-        int16_t before;
-        int16_t expected;
-    };
-    const std::vector<Case> cases {
-        { "button 1", { { 0, "Exit" } }, 0, 1 },
-        { "button 12", { { 11, "Exit" } }, 0, 2048 },
-        { "the first of two", { { 5, "Exit" }, { 2, "Exit" } }, 0, 4 },
-        { "another spelling does not count", { { 0, "EXIT" }, { 1, "exit" } }, 0, 0 },
-        { "a stick direction does not count", { { input::kJoyUp, "Exit" } }, 0, 0 },
-        { "without a match the old mask stays", { { 0, "SELECT" } }, 8, 8 },
-        { "a match replaces the old mask", { { 1, "Exit" } }, 8, 2 },
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
+    // The words of the first controls (the 13th is the stick's Up), the mask before, the mask after.
+    const std::tuple<std::vector<std::string>, int16_t, int16_t> cases[]
+        = { { { "Exit" }, 0, 1 }, { { "", "", "Exit", "", "", "Exit" }, 0, 4 }, { { "EXIT", "exit" }, 0, 0 },
+              { { "", "", "", "", "", "", "", "", "", "", "", "", "Exit" }, 0, 0 }, { { "SELECT" }, 8, 8 } };
+    for (const auto& [words, before, expected] : cases) {
         JoystickMap map;
-        map.exitButton = row.before;
-        for (const auto& [index, word] : row.words)
-            map.joyKeys[static_cast<size_t>(index)] = word;
+        map.exitButton = before;
+        std::copy(words.begin(), words.end(), map.joyKeys.begin());
         input::checkExitbut(map);
-        EXPECT_EQ(map.exitButton, row.expected);
+        EXPECT_EQ(map.exitButton, expected) << words.size();
     }
 }
 
-TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
+// The stick fires beyond its dead zone, in its order; one of the twelve buttons fires when held alone.
+TEST(JoystickMapTest, TheControlsOneReadingFires)
 {
-    struct Case
-    {
-        uint32_t x, y;
-        std::vector<int> expected;
-    };
     using input::kJoyDown, input::kJoyLeft, input::kJoyRight, input::kJoyUp;
-    const std::vector<Case> cases {
+    const std::tuple<uint32_t, uint32_t, std::vector<int>> sticks[] = {
         // clang-format off
         { 32767, 32767, {} }, { 20000, 20000, {} }, { 40000, 40000, {} },
         { 32767, 19999, { kJoyUp } }, { 32767, 40001, { kJoyDown } },
@@ -167,44 +133,12 @@ TEST(JoystickMapTest, TheStickFiresBeyondTheDeadZoneInItsOrder)
         { 65535, 0, { kJoyUp, kJoyRight } }, { 0, 65535, { kJoyDown, kJoyLeft } },
         // clang-format on
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(std::to_string(row.x) + "," + std::to_string(row.y));
-        platform::JoyInfo joy;
-        joy.x = row.x;
-        joy.y = row.y;
-        joy.buttons = 1; // the buttons play no part in the stick's directions
-        EXPECT_EQ(input::stickControls(joy), row.expected);
-    }
-}
-
-TEST(JoystickMapTest, OnlyOneOfTheTwelveButtonsHeldAloneFires)
-{
-    // Two buttons together, button 13 and beyond fire nothing.
-    const std::vector<std::pair<uint32_t, std::optional<int>>> cases { { 0, std::nullopt }, { 1, 0 },
-        { 2, 1 }, { 8, 3 }, { 2048, 11 }, { 3, std::nullopt }, { 4096, std::nullopt },
-        { 0x80000000u, std::nullopt }, { 0xFFFFFFFFu, std::nullopt } };
-    for (const auto& [buttons, control] : cases) {
-        SCOPED_TRACE(buttons);
-        EXPECT_EQ(input::buttonControl(buttons), control);
-    }
-}
-
-TEST(JoystickMapTest, TheDemoCabinetBindsEverythingButInfo)
-{
-    JoystickMap map;
-    EXPECT_EQ(input::GetJoyKeys(test::sourceDir() + "/demo/joystick.ini", map), "");
-    std::vector<LogicalCommand> commands;
-    for (const std::string& word : map.joyKeys)
-        if (std::optional<LogicalCommand> command = input::joyCommand(word))
-            commands.push_back(*command);
-    EXPECT_EQ(commands.size(), 12u) << "every command the stick can reach, each once";
-    for (const input::CommandInfo& info : input::kCommands) {
-        if (info.command != LogicalCommand::Info) {
-            EXPECT_EQ(std::count(commands.begin(), commands.end(), info.command), 1) << info.name;
-        }
-    }
-    input::checkExitbut(map);
-    EXPECT_NE(map.exitButton, 0) << "a button leaves a running game";
+    for (const auto& [x, y, expected] : sticks) // the buttons play no part in the directions
+        EXPECT_EQ(input::stickControls({ .x = x, .y = y, .buttons = 1 }), expected) << x << "," << y;
+    const std::pair<uint32_t, std::optional<int>> buttons[] = { { 0, std::nullopt }, { 1, 0 }, { 8, 3 },
+        { 2048, 11 }, { 3, std::nullopt }, { 4096, std::nullopt }, { 0xFFFFFFFFu, std::nullopt } };
+    for (const auto& [held, control] : buttons)
+        EXPECT_EQ(input::buttonControl(held), control) << held;
 }
 
 } // namespace

@@ -1,12 +1,8 @@
 // CabinetFixture: the cabinet's files and the application over fakes.
 #include "CabinetFixture.h"
 
-#include "IniSample.h"
-
 #include "config/NumberText.h"
-#include "runtime/InputEvent.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -18,18 +14,8 @@ double soundSeconds(const std::string& path)
 {
     if (!std::filesystem::is_regular_file(path))
         return -1;
-    if (path.ends_with("pop.mp3"))
-        return kPopSeconds;
-    if (path.ends_with("end.mp3"))
-        return kEndSeconds;
-    return 1.0;
-}
-
-std::string gameName(int list, int row)
-{
-    char name[32];
-    std::snprintf(name, sizeof name, "g%d_%03d", list, row);
-    return name;
+    // Sounds last as long as these say; a file that is not there cannot be opened.
+    return path.ends_with("pop.mp3") ? 0.02 : path.ends_with("end.mp3") ? 1.5 : 1.0;
 }
 
 } // namespace
@@ -59,14 +45,16 @@ void CabinetFixture::write(const CabinetSetup& setup)
         ini.setBlock(list, 4, "List " + std::to_string(list));
         std::string rows;
         for (int row = 1; row <= setup.listSizes[i]; ++row) {
-            const std::string line = "\"" + gameName(list, row) + "\",\"Game " + std::to_string(list) + "-"
-                + std::to_string(row) + "\"\r\n";
+            char line[64];
+            std::snprintf(line, sizeof line, "\"g%d_%03d\",\"Game %d-%d\"\r\n", list, row, list, row);
             rows += line;
             gameList += line;
         }
         home.write("l " + std::to_string(list) + ".lst", rows);
     }
     ini.setTail(13, std::to_string(setup.scrollRate));
+    if (setup.ini)
+        setup.ini(ini);
     ini.writeTo(home);
     home.write("gamelist.lst", gameList);
     home.write("ombrel.cfg",
@@ -75,7 +63,7 @@ void CabinetFixture::write(const CabinetSetup& setup)
     home.write("omthemes/Skin/pop.mp3", "pop");
     home.write("omthemes/Skin/end.mp3", "end");
     if (setup.keyFile)
-        home.write("omkeys.cfg", kCabinetKeys);
+        home.write("omkeys.cfg", "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n");
 }
 
 void CabinetFixture::start()
@@ -92,49 +80,9 @@ void CabinetFixture::boot()
     loop.runFor(2500);
 }
 
-startup::MainForm& CabinetFixture::main()
+void CabinetFixture::input(runtime::InputKind kind, int key, int shift, const std::string& target)
 {
-    return forms().form<startup::MainForm>("Main");
-}
-
-bool CabinetFixture::showing(const std::string& form)
-{
-    runtime::Form* found = forms().existing(form);
-    return found && found->loaded() && found->visible();
-}
-
-bool CabinetFixture::active(const std::string& form)
-{
-    runtime::Form* found = forms().existing(form);
-    return found && forms().activeForm() == found;
-}
-
-void CabinetFixture::press(int key, int shift)
-{
-    runtime::InputEvent event;
-    event.kind = runtime::InputKind::KeyDown;
-    event.vk = key;
-    event.shift = shift;
-    loop.postInput(event);
-    loop.doEvents();
-}
-
-void CabinetFixture::release(int key, int shift)
-{
-    runtime::InputEvent event;
-    event.kind = runtime::InputKind::KeyUp;
-    event.vk = key;
-    event.shift = shift;
-    loop.postInput(event);
-    loop.doEvents();
-}
-
-void CabinetFixture::click(const std::string& target)
-{
-    runtime::InputEvent event;
-    event.kind = runtime::InputKind::Click;
-    event.target = target;
-    loop.postInput(event);
+    loop.postInput({ .kind = kind, .vk = key, .shift = shift, .target = target });
     loop.doEvents();
 }
 
@@ -142,12 +90,6 @@ std::vector<std::string> CabinetFixture::sinceMark() const
 {
     return { trace.lines.begin() + static_cast<std::ptrdiff_t>(std::min(m_mark, trace.lines.size())),
         trace.lines.end() };
-}
-
-int CabinetFixture::countSinceMark(const std::string& line) const
-{
-    const auto lines = sinceMark();
-    return static_cast<int>(std::count(lines.begin(), lines.end(), line));
 }
 
 std::string pngHeader(int width, int height)

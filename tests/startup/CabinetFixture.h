@@ -1,8 +1,8 @@
-// CabinetFixture: a whole cabinet in a temporary program folder, run by the real application over
-// fakes on a virtual clock: tests write the cabinet's files, boot it, press keys, move time, and read
-// the state and the trace.
+// CabinetFixture: a whole cabinet in a temporary program folder, run by the real application over fakes
+// on a virtual clock: tests write its files, boot it, press keys, move time, read the state and trace.
 #pragma once
 
+#include "IniSample.h"
 #include "RuntimeFixture.h"
 #include "TempHome.h"
 
@@ -19,7 +19,10 @@
 #include "startup/Application.h"
 #include "startup/Cabinet.h"
 #include "startup/MainForm.h"
+#include "runtime/InputEvent.h"
 
+#include <algorithm>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -27,25 +30,20 @@
 
 namespace ombrel::test {
 
-// The keys of the cabinet, in omkeys.cfg's order: arrows for rows and lists, Page Up and Down for
-// pages, F5, Tab, Enter, Esc, 5, M, 1.
-inline constexpr const char* kCabinetKeys = "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n";
+// The cabinet's keys (omkeys.cfg): arrows, pages, F5, Tab, Enter, Esc, 5 for the saver, M, 1 for info.
 namespace vk {
-constexpr int kTab = 9, kEnter = 13, kEsc = 27, kPageUp = 33, kPageDown = 34, kLeft = 37, kUp = 38,
-              kRight = 39, kDown = 40, kOne = 49, kFive = 53, kA = 65, kM = 77;
+constexpr int kEnter = 13, kEsc = 27, kPageUp = 33, kPageDown = 34, kUp = 38, kRight = 39, kDown = 40,
+              kFive = 53, kA = 65, kM = 77;
 }
-
-// Sounds last as long as these say; a file that is not there cannot be opened.
-inline constexpr double kPopSeconds = 0.02;
-inline constexpr double kEndSeconds = 1.5;
 
 struct CabinetSetup
 {
     int scrollRate = 75;
     double saverDelay = 300;
     bool muted = false;
-    bool keyFile = true; // omkeys.cfg holds kCabinetKeys; false: no key map at all
+    bool keyFile = true; // the cabinet's key map; false: no key map at all
     std::vector<int> listSizes { 100, 3, 3, 3 }; // games of the lists 1, 2, 3...
+    std::function<void(IniSample&)> ini = nullptr; // changes to ombrel.ini
 };
 
 class CabinetFixture
@@ -54,42 +52,49 @@ public:
     CabinetFixture();
     ~CabinetFixture();
 
-    // Writes the cabinet's files into home.
     void write(const CabinetSetup& setup);
-    // Starts the program: the start-up form is loaded; no time passes.
-    void start();
-    // Starts the program and runs it until the browser is up and the start-up form's timers are over.
-    void boot();
+    void start(); // the start-up form is loaded; no time passes
+    void boot(); // start(), then on until the browser is up and the start-up form's timers are over
     void boot(const CabinetSetup& setup)
     {
         write(setup);
         boot();
     }
 
-    void press(int key, int shift = 0);
-    void release(int key, int shift = 0);
-    void tap(int key, int shift = 0)
+    void press(int key, int shift = 0) { input(runtime::InputKind::KeyDown, key, shift); }
+    void release(int key, int shift = 0) { input(runtime::InputKind::KeyUp, key, shift); }
+    void tap(int key)
     {
-        press(key, shift);
-        release(key, shift);
+        press(key);
+        release(key);
     }
     // A click of the left button on a form or control named as a replay script names it ("Main.ll(3)").
-    void click(const std::string& target);
+    void click(const std::string& target) { input(runtime::InputKind::Click, 0, 0, target); }
     void runFor(int64_t ms) { loop.runFor(ms); }
 
-    startup::MainForm& main();
+    startup::MainForm& main() { return forms().form<startup::MainForm>("Main"); }
     startup::Cabinet& cabinet() { return m_app->cabinet(); }
     runtime::FormStack& forms() { return m_app->forms(); }
-    // Whether the form is loaded and showing.
-    bool showing(const std::string& form);
-    bool active(const std::string& form);
+    bool showing(const std::string& form)
+    {
+        runtime::Form* found = forms().existing(form);
+        return found && found->loaded() && found->visible();
+    }
+    bool active(const std::string& form)
+    {
+        return forms().existing(form) && forms().activeForm() == forms().existing(form);
+    }
     int listIndex() { return main().c.List1.listIndex(); }
     int curPath() { return cabinet().run.curPath; }
 
     // Trace lines since the last mark, and how many of them are exactly line.
     void mark() { m_mark = trace.lines.size(); }
     std::vector<std::string> sinceMark() const;
-    int countSinceMark(const std::string& line) const;
+    int countSinceMark(const std::string& line) const
+    {
+        const auto lines = sinceMark();
+        return static_cast<int>(std::count(lines.begin(), lines.end(), line));
+    }
 
     TempHome home;
     runtime::VirtualClock clock;
@@ -113,6 +118,7 @@ public:
     core::FailureLog failures { home.path() + core::kFailureLogFileName, failureEcho };
 
 private:
+    void input(runtime::InputKind kind, int key, int shift, const std::string& target = "");
     std::unique_ptr<startup::Application> m_app;
     size_t m_mark = 0;
 };

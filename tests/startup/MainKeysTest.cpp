@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
+#include <array>
 #include <string>
-#include <vector>
+#include <tuple>
 
 using namespace ombrel;
 using namespace ombrel::test::vk;
@@ -18,71 +18,47 @@ using test::CabinetSetup;
 namespace {
 
 const std::string kPop = "media mpFX open omthemes/Skin/pop.mp3";
-const std::string kPlay = "media mpFX play";
 
+void hold(CabinetFixture& fx, int key, int64_t ms)
+{
+    fx.press(key);
+    fx.runFor(ms);
+    fx.release(key);
+}
+
+// The path keys and the joystick go three times slower than the rows; at 15 or below the rate is not
+// taken and everything steps every 75 ms.
 TEST(MainKeysTest, HeldKeyStepsAtTheScrollRate)
 {
-    struct Case
-    {
-        const char* name;
-        int scrollRate;
-        int key;
-        int holdMs;
-        int rowSteps; // for the row keys, from row 50
-        int pathSteps; // for the path keys, from list 1
-        int joystickMs;
-    };
-    // The path keys and the joystick go three times slower than the rows; at 15 or below the rate
-    // is not taken and everything steps every 75 ms.
-    const std::vector<Case> cases {
-        { "rows at 15", 15, kDown, 170, 2, 0, 75 },
-        { "rows at 16", 16, kDown, 170, 10, 0, 48 },
-        { "rows up at 16", 16, kUp, 170, -10, 0, 48 },
-        { "lists at 15", 15, kRight, 170, 0, 2, 75 },
-        { "lists at 16", 16, kRight, 170, 0, 3, 48 },
-        { "a rate too large to triple keeps the lists at 75", 20000, kRight, 170, 0, 2, 75 },
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
+    // Scroll rate, key, rows stepped from row 50, lists stepped from list 1, the joystick's poll.
+    using Case = std::array<int, 5>;
+    const Case cases[] = { { 15, kDown, 2, 0, 75 }, { 16, kDown, 10, 0, 48 }, { 16, kUp, -10, 0, 48 },
+        { 15, kRight, 0, 2, 75 }, { 16, kRight, 0, 3, 48 }, { 20000, kRight, 0, 2, 75 } };
+    for (const auto& [scrollRate, key, rowSteps, pathSteps, joystickMs] : cases) {
+        SCOPED_TRACE(scrollRate);
         CabinetFixture fx;
-        CabinetSetup setup;
-        setup.scrollRate = row.scrollRate;
-        setup.listSizes = { 100, 3, 3, 3, 3 };
-        fx.boot(setup);
-        ASSERT_EQ(fx.curPath(), 1);
+        fx.boot({ .scrollRate = scrollRate, .listSizes = { 100, 3, 3, 3, 3 } });
         fx.main().c.List1.setListIndex(50);
-        fx.press(row.key);
-        fx.runFor(row.holdMs);
-        fx.release(row.key);
-        if (row.pathSteps == 0) {
-            EXPECT_EQ(fx.listIndex(), 50 + row.rowSteps);
+        hold(fx, key, 170);
+        if (pathSteps == 0) {
+            EXPECT_EQ(fx.listIndex(), 50 + rowSteps);
         }
-        EXPECT_EQ(fx.curPath(), 1 + row.pathSteps);
-        EXPECT_EQ(fx.main().timjoy.interval(), row.joystickMs);
-        // Nothing moves once the key is up.
+        EXPECT_EQ(fx.main().timjoy.interval(), joystickMs);
         const int index = fx.listIndex();
-        fx.runFor(1000);
+        fx.runFor(1000); // nothing moves once the key is up
         EXPECT_EQ(fx.listIndex(), index);
-        EXPECT_EQ(fx.curPath(), 1 + row.pathSteps);
+        EXPECT_EQ(fx.curPath(), 1 + pathSteps);
     }
 }
 
-TEST(MainKeysTest, EachStepClicksAndTheReleaseClicksOnceMoreButRepeatsDoNothing)
+TEST(MainKeysTest, TheReleaseClicksOnceMoreButTheKeyboardsRepeatsDoNothing)
 {
     CabinetFixture fx;
-    fx.boot(CabinetSetup {});
-
-    // A tap shorter than the interval moves nothing, but the release still redraws and clicks.
+    fx.boot({});
     fx.mark();
-    fx.press(kDown);
-    fx.runFor(50);
-    EXPECT_EQ(fx.countSinceMark(kPop), 0);
-    fx.release(kDown);
+    hold(fx, kDown, 50); // shorter than a step: nothing moves, but the release clicks
     EXPECT_EQ(fx.listIndex(), 0);
     EXPECT_EQ(fx.countSinceMark(kPop), 1);
-    EXPECT_EQ(fx.countSinceMark(kPlay), 1);
-
-    // The keyboard's own repeat of a held key adds no steps and no clicks.
     fx.runFor(100);
     fx.mark();
     fx.press(kDown);
@@ -94,21 +70,13 @@ TEST(MainKeysTest, EachStepClicksAndTheReleaseClicksOnceMoreButRepeatsDoNothing)
     fx.release(kDown);
     EXPECT_EQ(fx.listIndex(), 2);
     EXPECT_EQ(fx.countSinceMark(kPop), 3);
-    EXPECT_EQ(fx.countSinceMark(kPlay), 3);
-}
 
-TEST(MainKeysTest, ReleasingEitherOfTwoHeldKeysStopsBoth)
-{
-    CabinetFixture fx;
-    CabinetSetup setup;
-    setup.scrollRate = 15; // rows and lists both every 75 ms
-    fx.boot(setup);
-    fx.main().c.List1.setListIndex(50);
+    // Releasing either of two held keys stops both.
     fx.press(kUp);
     fx.press(kRight);
-    fx.runFor(80);
-    EXPECT_EQ(fx.curPath(), 2) << "both keys step while held";
-    fx.release(kUp); // the list key is still down
+    fx.runFor(230);
+    EXPECT_EQ(fx.curPath(), 2);
+    fx.release(kUp);
     const int index = fx.listIndex();
     fx.runFor(500);
     EXPECT_EQ(fx.curPath(), 2);
@@ -117,40 +85,24 @@ TEST(MainKeysTest, ReleasingEitherOfTwoHeldKeysStopsBoth)
 
 TEST(MainKeysTest, MovementKeyWithShiftCtrlOrAltShowsItsPictureFullScreen)
 {
-    struct Case
-    {
-        int key;
-        const char* panel;
-        int shift;
-    };
-    const std::vector<Case> cases {
-        { kUp, "xMarquee", runtime::kShiftMask },
-        { kDown, "xScreen", runtime::kCtrlMask },
-        { kPageDown, "xFlyer", runtime::kAltMask },
-        { kPageUp, "xCabinet", runtime::kShiftMask | runtime::kCtrlMask },
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.panel);
+    const std::tuple<int, const char*, int> cases[]
+        = { { kDown, "xScreen", runtime::kCtrlMask }, { kPageDown, "xFlyer", runtime::kAltMask },
+              { kPageUp, "xCabinet", runtime::kShiftMask | runtime::kCtrlMask } };
+    for (const auto& [key, name, shift] : cases) {
+        SCOPED_TRACE(name);
         CabinetFixture fx;
-        fx.boot(CabinetSetup {});
+        fx.boot({});
         fx.main().c.List1.setListIndex(5);
-        const std::string picture
-            = fx.home.write(std::string("art/") + row.panel + ".png", test::pngHeader(4, 3));
-        auto* panel = dynamic_cast<runtime::PictureControl*>(fx.main().find(row.panel));
-        ASSERT_TRUE(panel);
-        ASSERT_TRUE(panel->setFileName(picture));
-
-        fx.press(row.key, row.shift);
+        const std::string picture = fx.home.write(std::string("art/") + name + ".png", test::pngHeader(4, 3));
+        auto* panel = dynamic_cast<runtime::PictureControl*>(fx.main().find(name));
+        ASSERT_TRUE(panel && panel->setFileName(picture));
+        fx.press(key, shift);
         fx.runFor(300);
-        fx.release(row.key, row.shift);
+        fx.release(key, shift);
         EXPECT_TRUE(fx.active("ScreenSav"));
-        EXPECT_FALSE(fx.showing("Main"));
         EXPECT_FALSE(fx.cabinet().run.saverAuto);
         EXPECT_EQ(fx.cabinet().run.curPic, picture);
-        EXPECT_EQ(fx.listIndex(), 5);
-
         fx.tap(kEsc);
-        EXPECT_FALSE(fx.showing("ScreenSav"));
         EXPECT_TRUE(fx.active("Main"));
         EXPECT_EQ(fx.listIndex(), 5);
     }
@@ -160,184 +112,91 @@ TEST(MainKeysTest, MovementKeyWithShiftCtrlOrAltShowsItsPictureFullScreen)
 // and a delay of -1 never opens the saver, though its key still does.
 TEST(MainKeysTest, SaverOpensTheDelayAfterTheLastKeyUp)
 {
-    struct Case
-    {
-        const char* name;
-        double delay;
-        int holdMs;
-    };
-    const Case cases[] = { { "a tap", 5, 0 }, { "a held key", 5, 20000 }, { "saver off", -1, 0 } };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
+    const std::pair<double, int> cases[] = { { 5, 0 }, { 5, 20000 }, { -1, 0 } }; // delay, hold
+    for (const auto& [delay, holdMs] : cases) {
+        SCOPED_TRACE(holdMs);
         CabinetFixture fx;
-        CabinetSetup setup;
-        setup.saverDelay = row.delay;
-        fx.boot(setup);
+        fx.boot({ .saverDelay = delay });
         fx.press(kA);
-        fx.runFor(row.holdMs);
+        fx.runFor(holdMs);
         EXPECT_FALSE(fx.showing("ScreenSav"));
         fx.release(kA);
-        const int64_t opensAfterMs = row.delay > 0 ? static_cast<int64_t>(row.delay * 1000) : 600'000;
-        fx.runFor(opensAfterMs - 1);
+        fx.runFor((delay > 0 ? static_cast<int64_t>(delay * 1000) : 600'000) - 1);
         EXPECT_FALSE(fx.showing("ScreenSav"));
         fx.runFor(1);
-        EXPECT_EQ(fx.active("ScreenSav"), row.delay > 0);
-        if (row.delay < 0)
+        EXPECT_EQ(fx.active("ScreenSav"), delay > 0);
+        if (delay < 0)
             fx.tap(kFive);
         EXPECT_TRUE(fx.active("ScreenSav"));
-        EXPECT_FALSE(fx.showing("Main"));
         fx.tap(kEsc);
         EXPECT_TRUE(fx.active("Main"));
-        EXPECT_EQ(fx.cabinet().run.saverCount, row.delay);
+        EXPECT_EQ(fx.cabinet().run.saverCount, delay);
     }
 }
 
 TEST(MainKeysTest, MuteStopsThePlayingSoundAndSilencesTheClicks)
 {
     CabinetFixture fx;
-    fx.boot(CabinetSetup {});
+    fx.boot({});
     fx.tap(kDown); // the click is playing
     fx.mark();
     fx.press(kM);
     EXPECT_TRUE(fx.cabinet().saved.muted);
     EXPECT_EQ(fx.countSinceMark("media mpFX stop"), 1);
-    EXPECT_TRUE(fx.active("frmMute"));
     fx.release(kM);
     fx.runFor(799);
-    EXPECT_TRUE(fx.showing("frmMute"));
+    EXPECT_TRUE(fx.active("frmMute"));
     fx.runFor(1);
-    EXPECT_FALSE(fx.showing("frmMute"));
     EXPECT_TRUE(fx.active("Main"));
-
-    fx.mark();
-    fx.press(kDown);
-    fx.runFor(170);
-    fx.release(kDown);
+    hold(fx, kDown, 170);
     EXPECT_EQ(fx.listIndex(), 2);
-    EXPECT_EQ(fx.countSinceMark(kPop), 0);
-}
-
-TEST(MainKeysTest, CabinetWithoutKeyMapReachesTheMenuWithTabAndStaysQuiet)
-{
-    CabinetFixture fx;
-    CabinetSetup setup;
-    setup.keyFile = false;
-    fx.boot(setup);
-    fx.mark();
-    fx.press(kTab);
-    EXPECT_TRUE(fx.active("frmMenu"));
-    fx.release(kTab);
-    fx.tap(kEsc);
-    EXPECT_FALSE(fx.showing("frmMenu"));
-    EXPECT_TRUE(fx.active("Main"));
-    fx.tap(kDown);
     EXPECT_EQ(fx.countSinceMark(kPop), 0);
 }
 
 TEST(MainKeysTest, MouseSpinnerStepsOnceATickAndJumpsBeforeTheEdges)
 {
     CabinetFixture fx;
-    fx.boot(CabinetSetup {});
+    fx.boot({});
     startup::MainForm& main = fx.main();
     main.c.List1.setListIndex(50);
     fx.cursor.moveTo(100, 40);
     main.lastCursor = { 100, 40 };
     main.timscroller2.setEnabled(true);
-
-    struct Tick
-    {
-        int moveTo; // where the player moves the mouse before the tick, -1 for not at all
-        int index;
-        int cursorX; // where the pointer is after the tick
-    };
     // The browser is 640 pixels wide: at 610 the pointer jumps to 31, below 31 to 609, and the jump
-    // reads as one step back on the next tick.
-    const std::vector<Tick> ticks {
-        { 110, 51, 110 },
-        { -1, 51, 110 },
-        { 100, 50, 100 },
-        { 615, 51, 31 },
-        { -1, 50, 31 },
-        { 20, 49, 609 },
-        { -1, 50, 609 },
-    };
-    for (size_t i = 0; i < ticks.size(); ++i) {
-        SCOPED_TRACE(i);
-        if (ticks[i].moveTo >= 0)
-            fx.cursor.moveTo(ticks[i].moveTo, 40);
+    // reads as one step back on the next tick. Each tick: where the mouse goes (-1: stays), the index,
+    // where the pointer is after the tick.
+    const int ticks[][3] = { { 110, 51, 110 }, { -1, 51, 110 }, { 100, 50, 100 }, { 615, 51, 31 },
+        { -1, 50, 31 }, { 20, 49, 609 }, { -1, 50, 609 } };
+    for (const auto& tick : ticks) {
+        SCOPED_TRACE(tick[0]);
+        if (tick[0] >= 0)
+            fx.cursor.moveTo(tick[0], 40);
         fx.runFor(150);
-        EXPECT_EQ(fx.listIndex(), ticks[i].index);
-        EXPECT_EQ(fx.cursor.position().x, ticks[i].cursorX);
+        EXPECT_EQ(fx.listIndex(), tick[1]);
+        EXPECT_EQ(fx.cursor.position().x, tick[2]);
     }
 }
 
-TEST(MainKeysTest, ExitSavesBothFilesAndEndsWhenTheGoodbyeHasPlayed)
+// Exit saves the place and the key map and ends when the goodbye has played (demo-keys); a key map
+// that cannot be written stops nothing.
+TEST(MainKeysTest, ExitSavesThePlaceAndEndsWhenTheGoodbyeHasPlayed)
 {
-    struct Case
-    {
-        const char* name;
-        bool muted;
-        bool keyMapWritable;
-        int64_t endsAfterMs;
-    };
-    // Without sound the end comes at the first look, a second after the key; otherwise the look is
-    // repeated every millisecond until "end.mp3" is over.
-    const std::vector<Case> cases {
-        { "with sound", false, true, 1500 },
-        { "muted", true, true, 1000 },
-        { "key map cannot be written", false, false, 1500 },
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
-        CabinetFixture fx;
-        CabinetSetup setup;
-        setup.muted = row.muted;
-        setup.scrollRate = 15;
-        fx.write(setup);
-        fx.boot();
-        if (!row.keyMapWritable) {
-            std::filesystem::remove(fx.home.root() / "omkeys.cfg");
-            fx.home.write("omkeys.cfg/blocked", ""); // a folder in the file's place
-        }
-        fx.press(kRight);
-        fx.runFor(80);
-        fx.release(kRight);
-        fx.main().c.List1.setListIndex(2);
-        fx.runFor(100);
-
-        fx.mark();
-        const int64_t pressed = fx.loop.now();
-        fx.press(kEsc);
-        fx.runFor(10);
-        fx.release(kEsc); // the release leaves the goodbye playing
-
-        std::vector<std::string> expected { "file write omkeys.cfg"
-                + std::string(row.keyMapWritable ? "" : " failed"),
-            "file write ombrel.cfg" };
-        if (!row.muted) {
-            expected.push_back("media mpFX open omthemes/Skin/end.mp3");
-            expected.push_back(kPlay);
-        }
-        const auto lines = fx.sinceMark();
-        std::vector<std::string> effects;
-        std::copy_if(lines.begin(), lines.end(), std::back_inserter(effects), [](const std::string& line) {
-            return line.starts_with("file ") || line.starts_with("media mpFX");
-        });
-        EXPECT_EQ(effects, expected);
-        if (row.keyMapWritable) {
-            EXPECT_EQ(fx.home.read("omkeys.cfg"), test::kCabinetKeys);
-        }
-        EXPECT_EQ(fx.home.read("ombrel.cfg"),
-            std::string("\"\\Skin\\\"\r\n300\r\n0\r\n0\r\n1\r\n") + (row.muted ? "#TRUE#" : "#FALSE#")
-                + "\r\n2\r\n2\r\n0\r\n");
-
-        fx.runFor(row.endsAfterMs - 11);
-        EXPECT_FALSE(fx.loop.quitting());
-        fx.runFor(5);
-        EXPECT_TRUE(fx.loop.quitting());
-        EXPECT_EQ(fx.loop.now(), pressed + row.endsAfterMs);
-        EXPECT_EQ(fx.trace.lines.back(), "program end");
-    }
+    CabinetFixture fx;
+    fx.boot({ .scrollRate = 15 });
+    std::filesystem::remove(fx.home.root() / "omkeys.cfg");
+    fx.home.write("omkeys.cfg/blocked", ""); // a folder in the file's place
+    hold(fx, kRight, 80);
+    fx.main().c.List1.setListIndex(2);
+    fx.runFor(100);
+    fx.mark();
+    hold(fx, kEsc, 10); // the release leaves the goodbye playing
+    EXPECT_EQ(fx.countSinceMark("file write omkeys.cfg failed"), 1);
+    EXPECT_EQ(fx.home.read("ombrel.cfg"), "\"\\Skin\\\"\r\n300\r\n0\r\n0\r\n1\r\n#FALSE#\r\n2\r\n2\r\n0\r\n");
+    fx.runFor(1500 - 11);
+    EXPECT_FALSE(fx.loop.quitting());
+    fx.runFor(1);
+    EXPECT_TRUE(fx.loop.quitting());
+    EXPECT_EQ(fx.trace.lines.back(), "program end");
 }
 
 } // namespace
