@@ -26,18 +26,15 @@ TEST(SplitCommandLine, SplitsAsAWindowsProgramWithNothingExpanded)
         { "emptyRomAndOptions", "emu\\mame.exe  ", { "emu\\mame.exe" } },
         { "doubleQuotesGroup", "mame \"street fighter\" -x", { "mame", "street fighter", "-x" } },
         { "quotedTextJoinsItsNeighbours", "run --rom=\"a b\"c", { "run", "--rom=a bc" } },
-        { "emptyQuotesAreEmptyWords", "mame \"\" x", { "mame", "", "x" } },
         // issue "apostrophes": an extras entry must not swallow the rest of its line.
         { "apostropheIsText", "C:\\ps\\psx.exe Tony Hawk's Pro Skater.iso -full",
             { "C:\\ps\\psx.exe", "Tony", "Hawk's", "Pro", "Skater.iso", "-full" } },
         { "apostrophesDoNotGroup", "mame 'a  b' '' x", { "mame", "'a", "b'", "''", "x" } },
-        { "apostropheInsideDoubleQuotes", "x \"it's here\" 'say \"hi there\"'", { "x", "it's here", "'say", "hi there'" } },
         // A quoted Windows folder ends in a backslash, which must not take the closing quote as text.
         { "backslashIsText", "C:\\mame\\mame.exe \"C:\\roms\\\" a\\ b", { "C:\\mame\\mame.exe", "C:\\roms\\", "a\\", "b" } },
         { "shellCharactersAreText", "emu ;$HOME `ls` a|b a&b *.zip ~/x $(rm) Bob's;`id`",
             { "emu", ";$HOME", "`ls`", "a|b", "a&b", "*.zip", "~/x", "$(rm)", "Bob's;`id`" } },
         { "openQuoteRunsToTheEnd", "emu \"open  it's rest", { "emu", "open  it's rest" } },
-        { "thirdQuoteOpensAgain", "emu \"a b\" c\"d e", { "emu", "a b", "cd e" } },
         { "nothing", " \t ", {} },
     };
     for (const auto& row : rows) {
@@ -54,9 +51,7 @@ protected:
     const std::string path = "/usr/local/bin::/usr/games";
     std::set<std::string> files = {
         "/cab/emu/mame",
-        "/cab/local",
         "/cab/both",
-        "/cab/tool.exe",
         "/cab/twice",
         "/usr/games/twice",
         "/usr/games/both.exe",
@@ -84,21 +79,15 @@ TEST_F(ProgramLookup, ResolvesFromProgramFolderThenPath)
     };
     const Row rows[] = {
         { "relativeFolderFromProgramFolder", "emu\\mame", "/cab/emu/mame" },
-        { "absolute", "/usr/games/daphne", "/usr/games/daphne" },
-        { "bareInProgramFolder", "local", "/cab/local" },
         { "programFolderBeforePath", "twice", "/cab/twice" },
         { "bareOnPath", "daphne", "/usr/games/daphne" },
-        { "exeFoundAsWritten", "tool.exe", "/cab/tool.exe" },
         { "exeTriedWithout", "daphne.exe", "/usr/games/daphne" },
-        { "exeSuffixInCapitals", "daphne.EXE", "/usr/games/daphne" },
         { "exeWithFolderTriedWithout", "emu\\mame.exe", "/cab/emu/mame" },
         // "x.exe" anywhere on the search goes before "x" anywhere.
         { "asWrittenBeforeFallback", "both.exe", "/usr/games/both.exe" },
         { "nameWithFolderNotOnPath", "games/daphne", std::nullopt },
         { "emptyPathEntryIsNoFolder", "relonly", std::nullopt },
         { "missing", "nothing.exe", std::nullopt },
-        { "onlySuffix", ".exe", std::nullopt },
-        { "onlyFolder", "emu\\", std::nullopt },
         { "empty", "", std::nullopt },
     };
     for (const auto& row : rows) {
@@ -116,16 +105,12 @@ TEST_F(ProgramLookup, CommandLineGetsItsProgramAndKeepsItsArguments)
         std::optional<Words> argv;
     };
     const Row rows[] = {
-        { "userPath", "emu\\mame.exe pacman  -skip", Words { "/cab/emu/mame", "pacman", "-skip" } },
-        { "emptyRom", "emu\\mame.exe  ", Words { "/cab/emu/mame" } },
         // A folder with a blank in its name, written without quotes, as the settings join it.
         { "blankInFolder", "My Emus\\mame.exe pacman", Words { "/cab/My Emus/mame", "pacman" } },
         { "blanksKeptAsWritten", "/opt/My  Emus/mame \"a b\"", Words { "/opt/My  Emus/mame", "a b" } },
         // An apostrophe no longer stops the search for a folder with blanks: it groups nothing.
         { "apostropheInFolder", "Bob's Emus\\mame.exe Bob's game", Words { "/cab/Bob's Emus/mame", "Bob's", "game" } },
         { "quotedFirstWordNotExtended", "\"My\" Emus/mame x", std::nullopt },
-        { "nothingFound", "no such program", std::nullopt },
-        { "empty", "  ", std::nullopt },
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
