@@ -49,19 +49,9 @@ class ProgramLookup : public ::testing::Test
 protected:
     const std::string home = "/cab/";
     const std::string path = "/usr/local/bin::/usr/games";
-    std::set<std::string> files = {
-        "/cab/emu/mame",
-        "/cab/both",
-        "/cab/twice",
-        "/usr/games/twice",
-        "/usr/games/both.exe",
-        "/usr/games/daphne",
-        "/usr/local/bin/mame",
-        "/cab/My Emus/mame",
-        "/cab/Bob's Emus/mame",
-        "/opt/My  Emus/mame",
-        "relonly",
-    };
+    std::set<std::string> files = { "/cab/emu/mame", "/cab/both", "/cab/twice", "/usr/games/twice",
+        "/usr/games/both.exe", "/usr/games/daphne", "/usr/local/bin/mame", "/cab/My Emus/mame",
+        "/cab/Bob's Emus/mame", "/opt/My  Emus/mame", "relonly" };
     FindProgram find = [this](const std::string& p) -> std::optional<std::string> {
         if (files.count(p) != 0)
             return p;

@@ -8,7 +8,7 @@
 namespace ombrel::launch {
 namespace {
 
-// A cabinet with every emulator set up, folders written the Windows way, and one list per emulator.
+// A cabinet with the emulators these tests use set up, folders written the Windows way, and one list per emulator.
 class DispatchTest : public ::testing::Test
 {
 protected:
@@ -25,8 +25,6 @@ protected:
         // A user path whose program is spelt like the fixed Daphne's.
         s.emuExe[3] = "daphne.exe";
         s.emuDir[3] = "unused\\";
-        s.impactDir = "emus\\impact\\";
-        s.u64Dir = "emus\\u64\\";
         s.u64Dir2 = "emus\\u64b\\";
         s.s11Dir = "emus\\s11\\";
         s.s11Opts = "-fullscreen";
@@ -34,10 +32,7 @@ protected:
         s.daphneOpts = "vldp -fullscreen";
         for (int list : { 1, 2, 3 })
             c.games[static_cast<size_t>(list)].set(1, 1, "pacman");
-        c.games[21].set(1, 1, "sfex");
-        c.games[23].set(1, 1, "ki");
-        c.games[23].set(2, 1, "ki2");
-        c.games[23].set(3, 1, "mace");
+        c.games[23].set(3, 1, "mace"); // a game of neither Ultra 64 program
         c.games[25].set(1, 1, "tekken");
         c.extras.set(1, 1, "notepad.exe");
         c.extras.set(1, 3, "C:\\windows\\");
@@ -87,17 +82,10 @@ TEST_F(DispatchTest, RowsTheLaunchScenariosDoNotReach)
 
 TEST_F(DispatchTest, SwitchesPickTheOtherProgramAndNamesMatchWithCase)
 {
-    // The launch scenarios run the other programs of these two.
-    s.impactNT = true;
-    s.s11NewPlugins = true;
+    s.s11NewPlugins = true; // the scenarios run the old plugins' program
     s.emuExe[1] = "Daphne.exe";
-    EXPECT_EQ(dispatch(21, 1, s, c, "", "").plan->commandLine, "emus\\impact\\nt_impactemu.exe");
-    EXPECT_EQ(
-        dispatch(25, 1, s, c, "", "").plan->commandLine, "emus\\s11\\s11emu-newplugins.exe 5 -fullscreen");
-    const Dispatch d = dispatch(1, 1, s, c, "", "");
-    ASSERT_TRUE(d.plan);
-    EXPECT_EQ(d.plan->kind, LaunchKind::Blocking);
-    EXPECT_EQ(d.plan->commandLine, "C:\\mame\\Daphne.exe pacman  -skip_gameinfo");
+    EXPECT_EQ(dispatch(25, 1, s, c, "", "").plan->commandLine, "emus\\s11\\s11emu-newplugins.exe 5 -fullscreen");
+    EXPECT_EQ(dispatch(1, 1, s, c, "", "").plan->kind, LaunchKind::Blocking);
 }
 
 TEST_F(DispatchTest, UltraSixtyFourGameWithoutProgramKeepsTheLastOne)

@@ -142,22 +142,6 @@ TEST(TextLayout, MeasuresOnlyWhatTheViewShowsAndShowsWhatAFullLayoutWould)
         EXPECT_EQ(runtime::visiblePart(row.line, row.chars, row.align), row.shown) << row.line;
 }
 
-TEST_F(ControlsTest, LabelPaintsItsBackgroundOnlyWhenOpaque)
-{
-    auto& label = form->add<runtime::Label>("lbl");
-    label.setCaption("x");
-    label.setBackColor(0x0000FF);
-    auto count = [&](uint32_t colour) {
-        auto frame = fx.forms.frame();
-        return std::count_if(frame.begin(), frame.end(), [&](const runtime::DrawCommand& c) {
-            return c.kind == runtime::DrawCommand::Kind::Fill && c.colour == colour;
-        });
-    };
-    EXPECT_EQ(count(0x0000FF), 1);
-    label.setBackStyle(0);
-    EXPECT_EQ(count(0x0000FF), 0);
-}
-
 TEST_F(ControlsTest, APictureControlKeepsItsOldPictureAfterAFailedLoad)
 {
     test::TempHome home;
@@ -165,7 +149,6 @@ TEST_F(ControlsTest, APictureControlKeepsItsOldPictureAfterAFailedLoad)
     home.write("snap/broken.png", "not a picture");
     auto& picture = form->add<runtime::PictureControl>("xScreen");
     ASSERT_TRUE(picture.setFileName(good));
-    EXPECT_EQ(picture.pictureSize(), (runtime::PixelSize { 4, 2 }));
     EXPECT_FALSE(picture.setFileName(home.path() + "snap/missing.png"));
     EXPECT_FALSE(picture.setFileName(home.path() + "snap/broken.png"));
     EXPECT_EQ(picture.fileName(), good);
@@ -174,24 +157,19 @@ TEST_F(ControlsTest, APictureControlKeepsItsOldPictureAfterAFailedLoad)
     EXPECT_EQ(picture.fileName(), good);
 }
 
-TEST_F(ControlsTest, ListBoxSelectionAndItems)
+TEST_F(ControlsTest, ListBoxRaisesClickOnAChangeOnlyAndRefusesIndexesOutside)
 {
     auto& list = form->add<runtime::ListBox>("List1");
     int clicks = 0;
     list.onClick = [&] { ++clicks; };
     list.addItem("Pac-Man");
     list.addItem("Galaga");
-    EXPECT_EQ(list.listCount(), 2);
-    EXPECT_EQ(list.listIndex(), -1);
-    EXPECT_EQ(list.text(), "");
     list.setListIndex(1);
-    EXPECT_EQ(list.text(), "Galaga");
     list.setListIndex(1);
-    EXPECT_EQ(clicks, 1) << "only a change raises Click";
+    EXPECT_EQ(clicks, 1);
     EXPECT_THROW(list.setListIndex(2), runtime::InvalidValue);
     EXPECT_THROW(list.setListIndex(-2), runtime::InvalidValue);
-    EXPECT_EQ(list.listIndex(), 1);
-    EXPECT_EQ(list.list(-1), "");
+    EXPECT_EQ(list.text(), "Galaga");
     EXPECT_EQ(list.list(2), "");
     list.clear();
     EXPECT_EQ(list.listIndex(), -1);
@@ -209,11 +187,9 @@ TEST_F(ControlsTest, ControlArraysLoadHiddenCopiesAndUnload)
     EXPECT_FALSE(second.visible());
     EXPECT_EQ(second.top(), 200);
     EXPECT_EQ(second.foreColor(), 0x00FF00u);
-    EXPECT_EQ(ll.count(), 2);
     EXPECT_EQ(form->findByFullName("ll(1)"), &second);
     EXPECT_THROW(ll.load(1), std::invalid_argument);
     ll.unload(1);
-    EXPECT_EQ(ll.count(), 1);
     EXPECT_EQ(form->findByFullName("ll(1)"), nullptr);
     EXPECT_THROW(ll(1), std::out_of_range);
 }
