@@ -103,8 +103,7 @@ TEST_F(FormEventsTest, KeysGoToTheActiveEnabledFormOnly)
     a.show();
     take();
     fx.keyDown(40, 1);
-    fx.keyUp(40);
-    EXPECT_EQ(take(), (Log { "A.KeyDown 40 1", "A.KeyUp 40" }));
+    EXPECT_EQ(take(), (Log { "A.KeyDown 40 1" }));
     a.setEnabled(false);
     fx.keyDown(40);
     EXPECT_TRUE(take().empty());
