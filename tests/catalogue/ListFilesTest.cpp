@@ -63,27 +63,20 @@ protected:
 
 TEST_F(ListFilesTest, TwoFieldLinesInTheirForms)
 {
-    struct Case
-    {
-        const char* name;
-        std::string text;
-        Rows expected;
-    };
-    const std::vector<Case> cases {
-        { "quoted with a comma", "\"ki\",\"Killer Instinct, Arcade\"\r\n\"pacman\",\"Pac-Man\"\r\n",
+    const std::pair<std::string, Rows> rows[] = {
+        { "\"ki\",\"Killer Instinct, Arcade\"\r\n\"pacman\",\"Pac-Man\"\r\n",
             { { "ki", "Killer Instinct, Arcade" }, { "pacman", "Pac-Man" } } },
-        { "bare fields, LF ends", "galaga,Galaga\ndkong,Donkey Kong\n",
+        { "galaga,Galaga\ndkong,Donkey Kong\n",
             { { "galaga", "Galaga" }, { "dkong", "Donkey Kong" } } },
-        { "CR ends, no end on the last line", "a,A\rb,B", { { "a", "A" }, { "b", "B" } } },
-        { "a quote inside a description ends it", "\"mk\",\"Mortal \"Kombat\" II\"\r\n\"b\",\"B\"\r\n",
+        { "a,A\rb,B", { { "a", "A" }, { "b", "B" } } },
+        { "\"mk\",\"Mortal \"Kombat\" II\"\r\n\"b\",\"B\"\r\n",
             { { "mk", "Mortal " }, { "b", "B" } } },
-        { "one-field line shifts what follows", "solo\r\nb,B\r\nc,C\r\n",
+        { "solo\r\nb,B\r\nc,C\r\n",
             { { "solo", "b" }, { "B", "c" }, { "C", "" } } },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [text, expected] : rows) {
         catalogue.games[1].clear();
-        EXPECT_EQ(readList(1, c.text), c.expected);
+        EXPECT_EQ(readList(1, text), expected) << text;
     }
 }
 

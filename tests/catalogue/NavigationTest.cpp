@@ -160,30 +160,17 @@ TEST_F(NavigationTest, LogosStayWhereAListHasNoneOrLogosAreOff)
 
 TEST_F(NavigationTest, PagesStopAtTheEnds)
 {
-    struct Case
-    {
-        const char* name;
-        int count, start;
-        bool next;
-        int expected;
-    };
-    const std::vector<Case> cases {
-        { "next in the middle", 10, 3, true, 5 },
-        { "next near the end", 10, 7, true, 9 },
-        { "next in a short list", 2, 0, true, 1 },
-        { "prev in the middle", 10, 5, false, 3 },
-        { "prev near the top", 10, 2, false, 0 },
-        { "next in an empty list", 0, -1, true, -1 },
-        { "prev in an empty list", 0, -1, false, -1 },
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+    // Items in the list, the selection, next or back a page, the selection after.
+    const std::tuple<int, int, bool, int> rows[] = { { 10, 3, true, 5 }, { 10, 7, true, 9 }, { 2, 0, true, 1 },
+        { 10, 5, false, 3 }, { 10, 2, false, 0 }, { 0, -1, true, -1 }, { 0, -1, false, -1 } };
+    for (const auto& [count, start, next, expected] : rows) {
+        SCOPED_TRACE(std::to_string(count) + " " + std::to_string(start) + (next ? " next" : " back"));
         list1->clear();
-        for (int i = 0; i < c.count; ++i)
+        for (int i = 0; i < count; ++i)
             list1->addItem("g");
-        list1->setListIndex(c.start);
-        c.next ? nav->gNextPage() : nav->gPrevPage();
-        EXPECT_EQ(list1->listIndex(), c.expected);
+        list1->setListIndex(start);
+        next ? nav->gNextPage() : nav->gPrevPage();
+        EXPECT_EQ(list1->listIndex(), expected);
     }
 }
 
@@ -197,27 +184,22 @@ TEST_F(NavigationTest, PictureStripFolderAndFallback)
     fill(21, { "a" });
     fill(23, { "Killer Instinct", "Cruis'n USA" });
     fill(27, { "a", "b" });
-    struct Case
-    {
-        const char* listType;
-        int path, selected;
-        std::string scanDir, fallback;
-    };
-    const std::vector<Case> cases {
+    // The strip's kind, the list and the selection; the folder looked in and the stand-in picture.
+    const std::tuple<const char*, int, int, std::string, std::string> rows[] = {
         { "marquee", 3, 0, "e:\\art3\\marquees\\", "marquee32.jpg" },
         { "snap", 21, 0, "i:\\snap\\", "screen32.jpg" },
         { "cabinet", 23, 0, "u1\\cabinets\\", "cabinet32.jpg" },
         { "flyer", 23, 1, "u2\\flyers\\", "flyer32.jpg" },
         { "snap", 27, 1, "dir2\\snap\\", "screen32.jpg" },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.listType) + " " + std::to_string(c.path));
+    for (const auto& [listType, path, selected, scanDir, fallback] : rows) {
+        SCOPED_TRACE(std::string(listType) + " " + std::to_string(path));
         shots.clear();
-        run.listType = c.listType;
-        show(c.path, c.selected);
+        run.listType = listType;
+        show(path, selected);
         nav->RefreshList();
-        EXPECT_EQ(run.scanDir, c.scanDir);
-        EXPECT_EQ(shots, (std::vector<std::pair<int, std::string>> { { c.path, c.fallback } }));
+        EXPECT_EQ(run.scanDir, scanDir);
+        EXPECT_EQ(shots, (std::vector<std::pair<int, std::string>> { { path, fallback } }));
     }
     shots.clear();
     show(0);
@@ -229,15 +211,9 @@ TEST_F(NavigationTest, MouseMovesWithoutDrawing)
 {
     for (int path : { 2, 9, 21 })
         fill(path, Strings(10, "g"));
-    struct Case
-    {
-        std::string target;
-        runtime::InputKind kind;
-        int shift;
-        int path, index;
-    };
+    // Where, how and with which shift keys; the list and the selection after.
     using K = runtime::InputKind;
-    const std::vector<Case> cases {
+    const std::tuple<std::string, K, int, int, int> rows[] = {
         { "Main.lblNav(0)", K::Click, 0, 2, 0 },
         { "Main.lblNav(1)", K::Click, 0, 9, 3 },
         { "Main.lblNav(2)", K::Click, 0, 9, 5 },
@@ -245,19 +221,14 @@ TEST_F(NavigationTest, MouseMovesWithoutDrawing)
         { "Main.lblPath", K::MouseDown, runtime::kCtrlMask, 2, 0 },
         { "Main.xlogo", K::Click, 0, 21, 0 },
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.target + " shift " + std::to_string(c.shift));
+    for (const auto& [target, kind, shift, path, index] : rows) {
+        SCOPED_TRACE(target + " shift " + std::to_string(shift));
         show(9, 5);
         nav->RefreshList();
         Strings before = strip();
-        runtime::InputEvent event;
-        event.kind = c.kind;
-        event.shift = c.shift;
-        event.target = c.target;
-        fx.loop.postInput(event);
-        fx.settle();
-        EXPECT_EQ(run.curPath, c.path);
-        EXPECT_EQ(list1->listIndex(), c.index);
+        fx.post(kind, 0, shift, target);
+        EXPECT_EQ(run.curPath, path);
+        EXPECT_EQ(list1->listIndex(), index);
         EXPECT_EQ(strip(), before);
     }
 }
