@@ -1,8 +1,9 @@
 // Tests of the fakes the replay harness stands on, where the scenario traces do not already pin them:
-// pausing media, a failed open, picture headers, text metrics, path shortening and trace escaping.
+// pausing media, a failed open, process paths, picture headers, text metrics and trace escaping.
 #include "platform/fake/FakeFonts.h"
 #include "platform/fake/FakeImages.h"
 #include "platform/fake/FakeMediaPlayer.h"
+#include "platform/fake/FakeProcesses.h"
 #include "platform/fake/HomeRelative.h"
 #include "replay/TraceWriter.h"
 #include "runtime/EventSource.h"
@@ -71,6 +72,18 @@ TEST_F(FakeMediaPlayerTest, StateChangeAfterThePlayerIsGoneIsDropped)
     shortLived.reset();
     loop.run();
     EXPECT_FALSE(called);
+}
+
+TEST(FakeProcesses, TracesPathsBelowTheProgramsFolderAsRelative)
+{
+    // The scenarios start their programs by relative names, so only this shows the shortening.
+    std::ostringstream text;
+    runtime::VirtualClock clock;
+    replay::TraceWriter trace(clock, text);
+    FakeProcesses processes(trace, "/cab/");
+    EXPECT_EQ(processes.start("/cab/emu/mame.exe pacman", "/cab/emu/"), 1);
+    processes.shellExecute("Play", "/cab/roms/x.vpt", "/cab/roms/");
+    EXPECT_EQ(text.str(), "0 launch emu/mame.exe pacman | in emu/\n0 shell Play roms/x.vpt | in roms/\n");
 }
 
 TEST(FakeImages, SizesFromPngGifAndJpegHeaders)
