@@ -18,10 +18,6 @@ protected:
         s.emuExe[1] = "mame.exe";
         s.emuDir[1] = "C:\\mame\\";
         s.emuOpts[1] = " -skip_gameinfo";
-        s.romDir[2] = "D:\\roms\\";
-        s.emuExe[2] = "zinc";
-        s.fullPath[2] = true;
-        s.emuDir[2] = "emus/zinc/";
         // A user path whose program is spelt like the fixed Daphne's.
         s.emuExe[3] = "daphne.exe";
         s.emuDir[3] = "unused\\";
@@ -30,7 +26,7 @@ protected:
         s.s11Opts = "-fullscreen";
         s.daphneDir = "emus\\daphne\\";
         s.daphneOpts = "vldp -fullscreen";
-        for (int list : { 1, 2, 3 })
+        for (int list : { 1, 3 })
             c.games[static_cast<size_t>(list)].set(1, 1, "pacman");
         c.games[23].set(3, 1, "mace"); // a game of neither Ultra 64 program
         c.games[25].set(1, 1, "tekken");
@@ -58,9 +54,6 @@ TEST_F(DispatchTest, RowsTheLaunchScenariosDoNotReach)
         // An empty list reads the empty row: two blanks in a row.
         { "empty row", 1, 0, "mame.exe", "",
             { K::Blocking, "C:\\mame\\mame.exe   -skip_gameinfo", "C:\\mame\\", true } },
-        // Full paths with empty options: the ROM's folder in front, no extension, the blank kept.
-        { "full paths", 2, 1, "zinc", "D:\\roms\\pacman",
-            { K::Blocking, "emus/zinc/zinc D:\\roms\\pacman ", "emus/zinc/", true } },
         { "user path named like a fixed emulator", 3, 1, "daphne.exe", "pacman",
             { K::Timed, "emus\\daphne\\daphne.exe pacman vldp -fullscreen", "emus\\daphne\\", true } },
         // Extras leave runExe and runRom alone and do not look for the exit button.
