@@ -1,5 +1,5 @@
-// Navigation: the walk among the lists, pages, the strip around the selection, the picture strip's
-// folder, the empty catalogue's message, the mouse, and loading every list at start.
+// Navigation: the lists that count, the walk with nothing to show, logos, pages, the picture strip's
+// folder, the mouse, and loading every list at start.
 #include "RuntimeFixture.h"
 #include "BrowserListTest.h"
 #include "TempHome.h"
@@ -71,41 +71,7 @@ protected:
     std::optional<catalogue::Navigator> nav;
 };
 
-TEST_F(NavigationTest, WalkPassesEmptyListsBothWaysAndWraps)
-{
-    settings.pathName[2] = "Second";
-    settings.pathName[9] = "Ninth";
-    fill(2, { "a", "b" });
-    fill(9, { "c" });
-    fill(21, { "d" });
-    fill(27, { "e", "f" });
-    struct Case
-    {
-        int start;
-        bool forward;
-        std::vector<std::pair<int, std::string>> steps; // curPath and caption after each step
-    };
-    const std::vector<Case> cases {
-        { 2, true, { { 9, "Ninth" }, { 21, "Impact Roms:" }, { 27, "Extras:" }, { 2, "Second" } } },
-        { 2, false, { { 27, "Extras:" }, { 21, "Impact Roms:" }, { 9, "Ninth" }, { 2, "Second" } } },
-        { 0, true, { { 2, "Second" } } },
-        { 0, false, { { 27, "Extras:" } } },
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::to_string(c.start) + (c.forward ? " forward" : " back"));
-        show(c.start);
-        if (list1->listCount() > 1)
-            list1->setListIndex(1);
-        for (const auto& [path, caption] : c.steps) {
-            c.forward ? nav->gNextPath() : nav->gPrevPath();
-            EXPECT_EQ(run.curPath, path);
-            EXPECT_EQ(lblPath->caption(), caption);
-            EXPECT_EQ(list1->listCount(), cat.list(path)->length());
-            EXPECT_EQ(list1->listIndex(), 0) << "a list is always entered at its first game";
-        }
-    }
-}
-
+// The walk among lists with games, both ways round, is pinned by the scenarios that change lists.
 TEST_F(NavigationTest, OnlyTwelveListsCountAsGamesToShow)
 {
     for (int path : { 1, 6, 7, 20, 21, 25, 26, 27 }) {
