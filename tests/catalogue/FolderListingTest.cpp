@@ -82,36 +82,6 @@ TEST_F(FolderListingTest, AnswersAsTheDiskDoesForEveryName)
     }
 }
 
-TEST_F(FolderListingTest, FindsTheFilesOfTheFolderAndNothingElse)
-{
-    // The comparison above is only worth something if the look-up itself finds these.
-    struct Row
-    {
-        const char* folder;
-        const char* name;
-        bool found;
-    };
-    const Row rows[] = {
-        { "roms/", "PACMAN.ZIP", true },
-        { "roms/", "Galaga.zip", true },
-        { "roms/", "linkfile.zip", true }, // a link to a file is that file
-        // issue "folder named like a ROM": on Windows a folder is no file, and so no ROM.
-        { "roms/", "dir.zip", false },
-        { "roms/", "linkdir.zip", false },
-        { "roms/", "broken.zip", false },
-        { "roms/", "mixed.zip", true }, // the folder Mixed.zip/ stands aside for the file MIXED.ZIP
-        { "roms/", "only-upper.zip", false },
-        // Neither roms/ nor ROMS/ is written "Roms": both are looked in.
-        { "Roms/", "only-upper.zip", true },
-        { "Roms/", "pacman.zip", true },
-        { "ART\\snap\\", "X.png", true },
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.folder) + row.name);
-        EXPECT_EQ(catalogue::FolderListing(files, home.path() + row.folder).contains(row.name), row.found);
-    }
-}
-
 TEST_F(FolderListingTest, AsksTheDiskNameByNameOnlyWhereNoListingCanBeHad)
 {
     // issue "empty ROM folders": a folder read without error that holds nothing is empty; it costs no

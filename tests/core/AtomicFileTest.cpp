@@ -38,15 +38,9 @@ TEST(AtomicFile, ReplacesWholeFilesKeepingTheirPermissions)
     ASSERT_TRUE(readFile(path, read));
     EXPECT_EQ(read, bytes);
     EXPECT_EQ(entryCount(home.root()), 1u); // no temporary file left beside it
-    struct stat info
-    {
-    };
+    struct stat info { };
     ASSERT_EQ(::stat(path.c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0600u);
-
-    EXPECT_EQ(writeFileAtomic(path, ""), "");
-    ASSERT_TRUE(readFile(path, read));
-    EXPECT_EQ(read, "");
 }
 
 TEST(AtomicFile, FailureReportsAndLeavesNothingBehind)
@@ -86,8 +80,6 @@ TEST(AtomicFile, WritesThroughLinksAndKeepsThem)
     };
     const Case cases[] = {
         { "link to a shared copy", { { "omkeys.cfg", "@/shared/omkeys.cfg" } }, "shared/omkeys.cfg", "" },
-        { "relative link counts from its folder", { { "omkeys.cfg", "../shared/omkeys.cfg" } },
-            "shared/omkeys.cfg", "" },
         { "chain of links", { { "ombrel.cfg", "mid.cfg" }, { "mid.cfg", "../shared/ombrel.cfg" } },
             "shared/ombrel.cfg", "" },
         { "link to a folder's link", { { "ombrel.cfg", "../dir/ombrel.cfg" }, { "../dir", "shared" } },

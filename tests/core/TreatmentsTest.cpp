@@ -12,84 +12,46 @@
 namespace ombrel::core {
 namespace {
 
-TEST(Treatments, ValueAtColumn)
+TEST(Treatments, ValueAtColumnAndTheYesTest)
 {
-    struct Case
-    {
-        const char* line;
-        int column;
-        const char* value;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, int, const char*> rows[] = {
         { "Roms=C:\\roms\\", 6, "C:\\roms\\" },
         { "Roms=", 6, "" }, // column just past the end
-        { "abc", 10, "" }, // far past the end
-        { "abc", 1, "abc" },
+        { "abc", 10, "" },
         { "Opts= -x  ", 6, " -x  " }, // kept as it stands
         { "C:\\roms\\", 6, "ms\\" }, // no label: the column counts all the same
-        { "", 1, "" },
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(std::string(row.line) + " @" + std::to_string(row.column));
-        EXPECT_EQ(valueAt(row.line, row.column), row.value);
-    }
-}
+    for (const auto& [line, column, value] : rows)
+        EXPECT_EQ(valueAt(line, column), value) << line;
 
-TEST(Treatments, YesTest)
-{
-    for (const char* value : { "yes", " Yes ", "YES", "\tyEs  " }) {
-        SCOPED_TRACE(value);
-        EXPECT_TRUE(isYes(value));
-    }
-    for (const char* value : { "Y", "TRUE", "", "  ", "NO", "YES!", "Label=YES", "Y ES", "1" }) {
-        SCOPED_TRACE(value);
-        EXPECT_FALSE(isYes(value));
-    }
+    for (const char* value : { " Yes ", "\tyEs  " })
+        EXPECT_TRUE(isYes(value)) << value;
+    for (const char* value : { "Y", "", "YES!", "Label=YES", "Y ES" })
+        EXPECT_FALSE(isYes(value)) << value;
 }
 
 TEST(Treatments, NumbersWholeAndLeading)
 {
-    struct Case
-    {
-        const char* text;
-        std::optional<double> number; // the whole text as a number, or nothing
-        double leading; // the number at its start, 0 if none
-    };
-    const Case cases[] = {
+    // The whole text as a number, or nothing; the number at its start, 0 if none.
+    const std::tuple<const char*, std::optional<double>, double> rows[] = {
         { " 60 ", 60, 60 },
         { "\t-0.75\t", -0.75, -0.75 },
-        { "+2", 2, 2 },
-        { ".5", 0.5, 0.5 },
-        { "5.", 5, 5 },
         { "2.5E-1", 0.25, 0.25 },
-        { "007", 7, 7 },
         { "60ms", {}, 60 },
         { "1.5e2kg", {}, 150 },
-        { "1e", {}, 1 },
         { "1.2.3", {}, 1.2 },
-        { "12 34", {}, 12 },
         { "1,5", {}, 1 },
-        { "-3x", {}, -3 },
         { "", {}, 0 },
-        { "   ", {}, 0 },
-        { "abc", {}, 0 },
         { "--5", {}, 0 },
-        { "-", {}, 0 },
-        { ".", {}, 0 },
         { "inf", {}, 0 },
-        { "nan", {}, 0 },
         { "0x10", {}, 0 },
-        { "#TRUE#", {}, 0 },
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(parseNumber(row.text), row.number);
-        EXPECT_DOUBLE_EQ(leadingNumber(row.text), row.leading);
+    for (const auto& [text, number, leading] : rows) {
+        EXPECT_EQ(parseNumber(text), number) << text;
+        EXPECT_DOUBLE_EQ(leadingNumber(text), leading) << text;
     }
     // Too large a number overflows rather than wraps, and then fits no whole-number type.
     EXPECT_TRUE(std::isinf(leadingNumber("1e400")));
-    EXPECT_EQ(leadingNumber("1e-400"), 0.0);
-    EXPECT_FALSE(toInteger(leadingNumber("99999999999999999999999")).has_value());
     EXPECT_FALSE(toInteger(leadingNumber("32768")).has_value());
     EXPECT_EQ(toInteger(leadingNumber("32767 rows")), 32767);
 }

@@ -8,7 +8,7 @@
 namespace ombrel::launch {
 namespace {
 
-// A cabinet with every emulator set up, folders written the Windows way, and one list per emulator.
+// A cabinet with the emulators these tests use set up, folders written the Windows way, and one list per emulator.
 class DispatchTest : public ::testing::Test
 {
 protected:
@@ -18,33 +18,18 @@ protected:
         s.emuExe[1] = "mame.exe";
         s.emuDir[1] = "C:\\mame\\";
         s.emuOpts[1] = " -skip_gameinfo";
-        s.romDir[2] = "D:\\roms\\";
-        s.emuExe[2] = "zinc";
-        s.fullPath[2] = true;
-        s.emuDir[2] = "emus/zinc/";
         // A user path whose program is spelt like the fixed Daphne's.
         s.emuExe[3] = "daphne.exe";
         s.emuDir[3] = "unused\\";
-        s.impactDir = "emus\\impact\\";
-        s.modelerDir = "emus\\modeler\\";
-        s.u64Dir = "emus\\u64\\";
         s.u64Dir2 = "emus\\u64b\\";
-        s.vpDir = "C:\\vp\\";
         s.s11Dir = "emus\\s11\\";
         s.s11Opts = "-fullscreen";
         s.daphneDir = "emus\\daphne\\";
         s.daphneOpts = "vldp -fullscreen";
-        for (int list : { 1, 2, 3 })
+        for (int list : { 1, 3 })
             c.games[static_cast<size_t>(list)].set(1, 1, "pacman");
-        c.games[21].set(1, 1, "sfex");
-        c.games[22].set(1, 1, "vf");
-        c.games[23].set(1, 1, "ki");
-        c.games[23].set(2, 1, "ki2");
-        c.games[23].set(3, 1, "mace");
-        c.games[24].set(1, 1, "Medieval Madness");
+        c.games[23].set(3, 1, "mace"); // a game of neither Ultra 64 program
         c.games[25].set(1, 1, "tekken");
-        c.games[25].set(2, 1, "unknown");
-        c.games[26].set(1, 1, "lair");
         c.extras.set(1, 1, "notepad.exe");
         c.extras.set(1, 3, "C:\\windows\\");
         c.extras.set(1, 4, "readme.txt");
@@ -54,46 +39,23 @@ protected:
     catalogue::Catalogue c;
 };
 
-TEST_F(DispatchTest, EachListStartsItsProgramWithItsCommandLineAndFolder)
+TEST_F(DispatchTest, RowsTheLaunchScenariosDoNotReach)
 {
     struct Row
     {
         const char* name;
         int path;
         int row;
-        std::string exe; // runExe after the launch
-        std::string rom; // runRom after the launch
+        std::string exe, rom; // runExe and runRom after the launch
         LaunchPlan plan;
     };
     using K = LaunchKind;
     const Row rows[] = {
-        { "user path", 1, 1, "mame.exe", "pacman",
-            { K::Blocking, "C:\\mame\\mame.exe pacman  -skip_gameinfo", "C:\\mame\\", true } },
-        // The ROM's folder goes in front, and no extension is added; empty options leave the blank.
-        { "user path with full paths", 2, 1, "zinc", "D:\\roms\\pacman",
-            { K::Blocking, "emus/zinc/zinc D:\\roms\\pacman ", "emus/zinc/", true } },
         // An empty list reads the empty row: two blanks in a row.
         { "empty row", 1, 0, "mame.exe", "",
             { K::Blocking, "C:\\mame\\mame.exe   -skip_gameinfo", "C:\\mame\\", true } },
         { "user path named like a fixed emulator", 3, 1, "daphne.exe", "pacman",
             { K::Timed, "emus\\daphne\\daphne.exe pacman vldp -fullscreen", "emus\\daphne\\", true } },
-        // Impact, Modeler and Ultra 64 get no argument: their keys pick the game.
-        { "impact", 21, 1, "impactemu.exe", "sfex",
-            { K::Timed, "emus\\impact\\impactemu.exe", "emus\\impact\\", true } },
-        { "modeler", 22, 1, "modeler.exe", "vf",
-            { K::Timed, "emus\\modeler\\modeler.exe", "emus\\modeler\\", true } },
-        { "ultra 64, first program", 23, 1, "u64emu.exe", "ki",
-            { K::Timed, "emus\\u64\\u64emu.exe", "emus\\u64\\", true } },
-        { "ultra 64, second program", 23, 2, "u64emu2.exe", "ki2",
-            { K::Timed, "emus\\u64b\\u64emu2.exe", "emus\\u64b\\", true } },
-        { "visual pinball", 24, 1, "vpinball.exe", "C:\\vp\\tables\\Medieval Madness.vpt",
-            { K::Shell, "C:\\vp\\tables\\Medieval Madness.vpt", "C:\\vp\\tables\\", true } },
-        { "s11 game by number", 25, 1, "s11emu-oldplugins.exe", "5",
-            { K::Timed, "emus\\s11\\s11emu-oldplugins.exe 5 -fullscreen", "emus\\s11\\", true } },
-        { "s11 game by name", 25, 2, "s11emu-oldplugins.exe", "unknown",
-            { K::Timed, "emus\\s11\\s11emu-oldplugins.exe unknown -fullscreen", "emus\\s11\\", true } },
-        { "daphne", 26, 1, "daphne.exe", "lair",
-            { K::Timed, "emus\\daphne\\daphne.exe lair vldp -fullscreen", "emus\\daphne\\", true } },
         // Extras leave runExe and runRom alone and do not look for the exit button.
         { "extras", 27, 1, "old.exe", "old",
             { K::Blocking, "C:\\windows\\notepad.exe readme.txt", "C:\\windows\\", false } },
@@ -113,16 +75,10 @@ TEST_F(DispatchTest, EachListStartsItsProgramWithItsCommandLineAndFolder)
 
 TEST_F(DispatchTest, SwitchesPickTheOtherProgramAndNamesMatchWithCase)
 {
-    s.impactNT = true;
-    s.s11NewPlugins = true;
+    s.s11NewPlugins = true; // the scenarios run the old plugins' program
     s.emuExe[1] = "Daphne.exe";
-    EXPECT_EQ(dispatch(21, 1, s, c, "", "").plan->commandLine, "emus\\impact\\nt_impactemu.exe");
-    EXPECT_EQ(
-        dispatch(25, 1, s, c, "", "").plan->commandLine, "emus\\s11\\s11emu-newplugins.exe 5 -fullscreen");
-    const Dispatch d = dispatch(1, 1, s, c, "", "");
-    ASSERT_TRUE(d.plan);
-    EXPECT_EQ(d.plan->kind, LaunchKind::Blocking);
-    EXPECT_EQ(d.plan->commandLine, "C:\\mame\\Daphne.exe pacman  -skip_gameinfo");
+    EXPECT_EQ(dispatch(25, 1, s, c, "", "").plan->commandLine, "emus\\s11\\s11emu-newplugins.exe 5 -fullscreen");
+    EXPECT_EQ(dispatch(1, 1, s, c, "", "").plan->kind, LaunchKind::Blocking);
 }
 
 TEST_F(DispatchTest, UltraSixtyFourGameWithoutProgramKeepsTheLastOne)
