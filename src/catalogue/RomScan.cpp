@@ -146,14 +146,11 @@ void RomScan::makeListFiles()
     if (!secondU64Pass)
         scanCount = 1;
 
-    // The folder is looked at once for the whole walk; a damaged value that no file can be found by
-    // is not even copied.
-    const FolderListing* listing
-        = platform::tooLongToExist(run.scanDir) ? nullptr : &listingOf(onDisk(run.scanDir));
+    // The folder is listed once for the whole walk, and the ending chosen once.
+    const FolderListing& listing = listingOf(onDisk(run.scanDir));
     const std::string ending = endingFor(listFile);
     while (!gameList.at(run.gi, 1).empty()) {
-        run.fileFound = listing != nullptr && listing->contains(gameList.at(run.gi, 1) + ending);
-        addFind();
+        ShowFileSystemType2(listing, ending);
         ++run.gi;
         // A master list filled to its last row has no empty row to end the walk: the walk runs off
         // the table and the list file is not written.
@@ -163,23 +160,13 @@ void RomScan::makeListFiles()
     writeListFile();
 }
 
-void RomScan::ShowFileSystemType2(const std::string& path)
+void RomScan::ShowFileSystemType2(const FolderListing& folder, const std::string& ending)
 {
     config::RunState& run = m_ctx.run;
     const Table& gameList = m_ctx.catalogue.gameList;
-    const std::string folder = onDisk(path);
-    const std::string name = gameList.at(run.gi, 1) + endingFor(listFile);
-    // Outside a scan there is no listing to keep, and one game is cheaper asked of the disk.
-    run.fileFound = m_scanning ? listingOf(folder).contains(name) : m_ctx.files.fileExists(folder + name);
-    addFind();
-}
-
-void RomScan::addFind()
-{
-    config::RunState& run = m_ctx.run;
+    run.fileFound = folder.contains(gameList.at(run.gi, 1) + ending);
     if (!run.fileFound)
         return;
-    const Table& gameList = m_ctx.catalogue.gameList;
     Table& scanList = m_ctx.catalogue.scanList;
     scanList.set(scanCount, 1, gameList.at(run.gi, 1));
     scanList.set(scanCount, 2, gameList.at(run.gi, 2));

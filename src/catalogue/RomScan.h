@@ -50,8 +50,9 @@ public:
     void CheckForFiles();
     // Scans run.scanDir for the games of the master list and writes listFile from the finds.
     void makeListFiles();
-    // Tests the game of master-list row run.gi in folder `path`; a find goes to scanList.
-    void ShowFileSystemType2(const std::string& path);
+    // Tests the game of master-list row run.gi (its ROM name and ending) against the listing of the
+    // folder being scanned; a find goes to scanList.
+    void ShowFileSystemType2(const FolderListing& folder, const std::string& ending);
 
     int scanCount = 1; // next free row of scanList
     std::string listFile; // the list file being written, a name in the program's folder
@@ -59,8 +60,6 @@ public:
 private:
     // Sets the caption, folder and file of one list, shows them, and scans it.
     void scanOne(const std::string& caption, const std::string& folder, const std::string& file);
-    // A find of the last test (run.fileFound, master-list row run.gi) goes to scanList.
-    void addFind();
     void writeListFile();
     // A folder value as it lies on disk: a relative one is taken from the program's folder.
     std::string onDisk(const std::string& folder) const;

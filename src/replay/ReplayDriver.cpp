@@ -170,14 +170,11 @@ bool ReplayDriver::waitForProcess(int id)
         }
         const ScriptStep& step = steps[m_next++];
         m_clock.advanceTo(step.at);
-        switch (step.action) {
-        case Action::Input:
-        case Action::Joy:
-        case Action::FailLaunch:
-        case Action::FailWrite:
-        case Action::RefusePower:
+        if (isInput(step)) {
             deliver(step, true);
-            break;
+            continue;
+        }
+        switch (step.action) {
         case Action::Screenshot:
             screenshot(step);
             break;
@@ -189,6 +186,8 @@ bool ReplayDriver::waitForProcess(int id)
         case Action::End:
             finish();
             return false;
+        default:
+            break;
         }
     }
     return false;

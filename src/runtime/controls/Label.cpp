@@ -106,7 +106,6 @@ const std::vector<std::string>& Label::lines() const
     if (m_layout.generation == m_generation && m_layout.width == boxWidth && m_layout.height == boxHeight)
         return m_layout.lines;
     auto& fonts = form().stack().services().fonts;
-    const int maxWidth = growsAcross ? -1 : boxWidth;
     const int lineHeight = std::max(1, fonts.lineHeight(m_font));
     TextView view;
     view.align = static_cast<TextAlign>(m_alignment);
@@ -117,9 +116,9 @@ const std::vector<std::string>& Label::lines() const
     view.maxLines = std::max(1, (shownHeight + lineHeight - 1) / lineHeight);
     // Most captions are UTF-8 already and are laid out where they lie.
     if (core::isValidUtf8(m_caption))
-        m_layout.lines = layoutLines(fonts, m_font, m_caption, maxWidth, view);
+        m_layout.lines = layoutLines(fonts, m_font, m_caption, boxWidth, view);
     else
-        m_layout.lines = layoutLines(fonts, m_font, core::toDisplayText(m_caption), maxWidth, view);
+        m_layout.lines = layoutLines(fonts, m_font, core::toDisplayText(m_caption), boxWidth, view);
     m_layout.generation = m_generation;
     m_layout.width = boxWidth;
     m_layout.height = boxHeight;
