@@ -13,7 +13,6 @@
 #include "startup/MainForm.h"
 #include "startup/StandInForms.h"
 
-#include <iostream>
 #include <sstream>
 
 namespace ombrel::startup {
@@ -75,7 +74,7 @@ void Application::removeLeftoverTemps()
         m_forms.trace("file remove " + m_forms.relative(path) + " failed");
     // Nothing here stops the start: a folder the program may not write to only keeps its left-overs.
     for (const std::string& problem : sweep.problems)
-        std::cerr << "ombrel: " << problem << "\n";
+        m_forms.failures().note(problem);
 }
 
 std::string Application::dump() const
