@@ -3,6 +3,7 @@
 
 #include "runtime/DrawList.h"
 
+#include <string>
 #include <string_view>
 
 namespace ombrel::platform {
@@ -14,6 +15,9 @@ public:
     virtual runtime::PixelSize measure(const runtime::FontSpec& font, std::string_view utf8) = 0;
     // Height in pixels of one line of the font.
     virtual int lineHeight(const runtime::FontSpec& font) = 0;
+    // The font file the name resolves to (the best installed match, DejaVu when none matches), for
+    // reports: a skin names fonts, and the owner needs to see which file each one became.
+    virtual std::string fileOf(const runtime::FontSpec& font) = 0;
 };
 
 } // namespace ombrel::platform

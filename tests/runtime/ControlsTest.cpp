@@ -98,6 +98,7 @@ public:
         return m_fake.measure(font, utf8);
     }
     int lineHeight(const runtime::FontSpec& font) override { return m_fake.lineHeight(font); }
+    std::string fileOf(const runtime::FontSpec& font) override { return m_fake.fileOf(font); }
     size_t measured = 0;
 
 private:

@@ -32,4 +32,9 @@ runtime::PixelSize FakeFonts::measure(const runtime::FontSpec& font, std::string
     return { roundPixels(0.6 * pixelSize(font) * double(chars)), lineHeight(font) };
 }
 
+std::string FakeFonts::fileOf(const runtime::FontSpec& font)
+{
+    return "fake:" + font.name + (font.bold ? ":bold" : "");
+}
+
 } // namespace ombrel::platform::fake

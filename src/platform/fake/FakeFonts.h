@@ -11,6 +11,8 @@ class FakeFonts final : public Fonts {
 public:
     runtime::PixelSize measure(const runtime::FontSpec& font, std::string_view utf8) override;
     int lineHeight(const runtime::FontSpec& font) override;
+    // "fake:<name>[:bold]": no file stands behind these metrics.
+    std::string fileOf(const runtime::FontSpec& font) override;
     static int pixelSize(const runtime::FontSpec& font);
 };
 

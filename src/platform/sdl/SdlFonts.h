@@ -26,6 +26,7 @@ public:
 
     runtime::PixelSize measure(const runtime::FontSpec& font, std::string_view utf8) override;
     int lineHeight(const runtime::FontSpec& font) override;
+    std::string fileOf(const runtime::FontSpec& font) override { return fontFile(font.name, font.bold); }
 
     // One line of text in the colour (blue*65536+green*256+red), on a transparent background. Null for
     // empty text or when no font can be opened.
