@@ -11,25 +11,33 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace {
 
 constexpr const char* kUsage
-    = "usage: ombrel [--home DIR] [--replay SCRIPT] [--trace FILE] [--windowed] [--check]\n"
+    = "usage: ombrel [--home DIR] [--replay SCRIPT [--screen WxH]] [--trace FILE] [--windowed] [--check]\n"
       "       ombrel --help | --version\n"
       "  --home DIR       the cabinet's folder (default: the folder of the program)\n"
       "  --replay SCRIPT  run headless on a virtual clock, driven by SCRIPT\n"
+      "  --screen WxH     the screen and desktop size of a replay in pixels (default 640x480)\n"
       "  --trace FILE     write every observable effect to FILE (\"-\": standard output)\n"
       "  --windowed       a window instead of the whole screen\n"
       "  --check          report how ombrel.ini is read, then stop\n"
       "  --help           this text\n"
       "  --version        the program's version\n";
 
+// The bounds of --screen: a screen smaller than a few rows or larger than any display is a typing error.
+constexpr int kMinScreenSide = 16;
+constexpr int kMaxScreenSide = 8192;
+
 struct Options {
     std::string home;
     std::string replay;
     std::string trace;
+    std::string screenText;
+    ombrel::runtime::PixelSize screen = ombrel::replay::ReplayPlatform::kScreen;
     bool windowed = false;
     bool check = false;
     bool help = false;
@@ -45,6 +53,27 @@ struct ParsedArguments {
     Options options;
     std::string error;
 };
+
+// "800x600" as a size within the bounds, or nullopt.
+std::optional<ombrel::runtime::PixelSize> parseScreen(const std::string& text)
+{
+    auto side = [](std::string_view digits) -> std::optional<int> {
+        if (digits.empty() || digits.size() > 5 || digits.find_first_not_of("0123456789") != std::string_view::npos)
+            return std::nullopt;
+        const int value = std::stoi(std::string(digits));
+        if (value < kMinScreenSide || value > kMaxScreenSide)
+            return std::nullopt;
+        return value;
+    };
+    const size_t x = text.find('x');
+    if (x == std::string::npos)
+        return std::nullopt;
+    const auto w = side(std::string_view(text).substr(0, x));
+    const auto h = side(std::string_view(text).substr(x + 1));
+    if (!w || !h)
+        return std::nullopt;
+    return ombrel::runtime::PixelSize { *w, *h };
+}
 
 ParsedArguments parseArguments(int argc, char** argv)
 {
@@ -64,6 +93,8 @@ ParsedArguments parseArguments(int argc, char** argv)
             value(options.replay);
         else if (arg == "--trace")
             value(options.trace);
+        else if (arg == "--screen")
+            value(options.screenText);
         else if (arg == "--windowed")
             options.windowed = true;
         else if (arg == "--check")
@@ -74,6 +105,15 @@ ParsedArguments parseArguments(int argc, char** argv)
             options.version = true;
         else
             parsed.error = "unknown option " + arg;
+    }
+    if (parsed.error.empty() && !options.screenText.empty()) {
+        if (options.replay.empty())
+            parsed.error = "--screen is for replay runs; a real run uses the display's size";
+        else if (auto screen = parseScreen(options.screenText))
+            options.screen = *screen;
+        else
+            parsed.error = "--screen " + options.screenText + ": expected WIDTHxHEIGHT, each "
+                + std::to_string(kMinScreenSide) + " to " + std::to_string(kMaxScreenSide) + " pixels";
     }
     return parsed;
 }
@@ -118,7 +158,7 @@ int runReplay(const Options& options, const std::string& home)
         std::cerr << error << "\n";
         return kUsageError;
     }
-    ombrel::replay::ReplayPlatform replay(home, std::move(*script), options.trace);
+    ombrel::replay::ReplayPlatform replay(home, std::move(*script), options.trace, options.screen);
     auto failures = ombrel::app::cabinetFailureLog(home);
     ombrel::startup::Application app(replay.platform(), failures);
     replay.driver().setFrameSource([&app] { return app.forms().frame(); });

@@ -2,7 +2,6 @@
 #include "replay/ReplayDriver.h"
 
 #include <iostream>
-#include <string_view>
 
 namespace ombrel::replay {
 
@@ -208,20 +207,13 @@ void ReplayDriver::screenshot(const ScriptStep& step)
 
 void ReplayDriver::dump()
 {
-    const std::string text = m_dump ? m_dump() : std::string();
-    std::string_view rest = text;
-    if (rest.empty()) {
+    // Each line of the source is one trace line: the source escapes what it shows, and the trace
+    // escapes whatever line break is left, so nothing is cut in two.
+    const std::vector<std::string> lines = m_dump ? m_dump() : std::vector<std::string> {};
+    if (lines.empty())
         m_trace.effect("dump");
-        return;
-    }
-    while (!rest.empty()) {
-        const size_t eol = rest.find('\n');
-        std::string_view line = rest.substr(0, eol);
-        rest.remove_prefix(eol == std::string_view::npos ? rest.size() : eol + 1);
-        if (!line.empty() && line.back() == '\r')
-            line.remove_suffix(1);
-        m_trace.effect(line.empty() ? std::string("dump") : "dump " + std::string(line));
-    }
+    for (const std::string& line : lines)
+        m_trace.effect(line.empty() ? std::string("dump") : "dump " + line);
 }
 
 void ReplayDriver::finish()

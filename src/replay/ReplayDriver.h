@@ -19,6 +19,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace ombrel::replay {
 
@@ -52,9 +53,9 @@ public:
     ReplayDriver(const ReplayDriver&) = delete;
     ReplayDriver& operator=(const ReplayDriver&) = delete;
 
-    // What a screenshot paints (the form stack's frame) and what a dump writes (one trace line per line).
+    // What a screenshot paints (the form stack's frame) and what a dump writes (one trace line each).
     void setFrameSource(std::function<runtime::DrawList()> frame) { m_frame = std::move(frame); }
-    void setDumpSource(std::function<std::string()> dump) { m_dump = std::move(dump); }
+    void setDumpSource(std::function<std::vector<std::string>()> dump) { m_dump = std::move(dump); }
 
     // Scripted input comes only while the loop waits: virtual time does not pass inside a handler.
     void poll(runtime::EventLoop& loop) override { (void)loop; }
@@ -79,7 +80,7 @@ private:
     runtime::Trace& m_trace;
     ReplayDevices m_devices;
     std::function<runtime::DrawList()> m_frame;
-    std::function<std::string()> m_dump;
+    std::function<std::vector<std::string>()> m_dump;
     size_t m_next = 0; // the first step not yet served
     bool m_ended = false;
 };

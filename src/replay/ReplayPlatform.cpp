@@ -7,7 +7,8 @@
 
 namespace ombrel::replay {
 
-ReplayPlatform::ReplayPlatform(std::string home, ReplayScript script, const std::string& tracePath)
+ReplayPlatform::ReplayPlatform(std::string home, ReplayScript script, const std::string& tracePath,
+                               runtime::PixelSize screen)
     : m_home(std::move(home))
     , m_trace(m_clock, tracePath)
     , m_loop(m_clock)
@@ -17,12 +18,12 @@ ReplayPlatform::ReplayPlatform(std::string home, ReplayScript script, const std:
     , m_processes(m_trace, m_home)
     , m_keys(m_trace)
     , m_cursor(m_trace)
-    , m_display(m_trace, kScreen)
+    , m_display(m_trace, screen)
     , m_power(m_trace)
 {
     if (!m_trace.ok())
         throw std::runtime_error("cannot write the trace file " + tracePath);
-    m_renderer = platform::sdl::SdlRenderer::offscreen(kScreen, m_fonts, m_images);
+    m_renderer = platform::sdl::SdlRenderer::offscreen(screen, m_fonts, m_images);
     if (!m_renderer)
         throw std::runtime_error("cannot make an off-screen surface to paint on");
     m_driver = std::make_unique<ReplayDriver>(std::move(script), m_loop, m_clock, m_trace,

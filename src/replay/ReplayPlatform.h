@@ -28,12 +28,15 @@ namespace ombrel::replay {
 
 class ReplayPlatform {
 public:
-    // The screen and the desktop of every replay, so that screenshots have one size everywhere.
+    // The screen and the desktop of a replay unless the command line says otherwise, so that
+    // screenshots have one size everywhere.
     static constexpr runtime::PixelSize kScreen { 640, 480 };
 
-    // home: the program's folder with a trailing '/'. tracePath: as TraceWriter takes it. Throws
-    // std::runtime_error when the trace file or the off-screen surface cannot be made.
-    ReplayPlatform(std::string home, ReplayScript script, const std::string& tracePath);
+    // home: the program's folder with a trailing '/'. tracePath: as TraceWriter takes it. screen: the
+    // size of the screen and of the desktop. Throws std::runtime_error when the trace file or the
+    // off-screen surface cannot be made.
+    ReplayPlatform(std::string home, ReplayScript script, const std::string& tracePath,
+                   runtime::PixelSize screen = kScreen);
     ~ReplayPlatform();
     ReplayPlatform(const ReplayPlatform&) = delete;
     ReplayPlatform& operator=(const ReplayPlatform&) = delete;

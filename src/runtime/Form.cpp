@@ -318,6 +318,14 @@ Timer* Form::findTimer(std::string_view name) const
     return nullptr;
 }
 
+std::vector<const Timer*> Form::timers() const
+{
+    std::vector<const Timer*> timers;
+    for (const auto& timer : m_timers)
+        timers.push_back(timer.get());
+    return timers;
+}
+
 void Form::paint(DrawList& out) const
 {
     if (!m_loaded || !m_visible)

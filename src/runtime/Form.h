@@ -113,6 +113,8 @@ public:
 
     // The form's timer of that name, or nullptr.
     Timer* findTimer(std::string_view name) const;
+    // The form's timers, in the order they were made (for reports of the form's state).
+    std::vector<const Timer*> timers() const;
     // A timer that lives as long as the form.
     Timer& addTimer(std::string name, int intervalMs, bool enabled, std::function<void()> onTimer = {});
 

@@ -5,15 +5,12 @@
 #include "config/SavedState.h"
 #include "core/LeftoverTemps.h"
 #include "input/KeyMap.h"
-#include "runtime/controls/Label.h"
-#include "runtime/controls/ListBox.h"
 #include "startup/BlankerForm.h"
 #include "startup/Cabinet.h"
 #include "startup/ErrorBoxForm.h"
 #include "startup/MainForm.h"
 #include "startup/StandInForms.h"
-
-#include <sstream>
+#include "startup/StateDump.h"
 
 namespace ombrel::startup {
 
@@ -77,26 +74,9 @@ void Application::removeLeftoverTemps()
         m_forms.failures().note(problem);
 }
 
-std::string Application::dump() const
+std::vector<std::string> Application::dump() const
 {
-    std::ostringstream out;
-    for (const runtime::Form* form : m_forms.zOrder()) {
-        out << "form " << form->name() << (form->visible() ? " visible" : " hidden")
-            << (m_forms.activeForm() == form ? " active" : "") << (form->enabled() ? "" : " disabled") << "\n";
-        if (!form->visible())
-            continue;
-        for (const runtime::Control* control : form->controls()) {
-            auto* label = dynamic_cast<const runtime::Label*>(control);
-            if (label && label->visible() && !label->caption().empty())
-                out << "label " << form->name() << "." << label->fullName() << " \"" << label->caption() << "\"\n";
-        }
-    }
-    if (auto* main = m_forms.existing("Main")) {
-        if (auto* list = dynamic_cast<runtime::ListBox*>(main->find("List1")))
-            out << "list curPath " << m_cabinet->run.curPath << " index " << list->listIndex() << " count "
-                << list->listCount() << " text \"" << list->text() << "\"\n";
-    }
-    return out.str();
+    return dumpState(m_forms, *m_cabinet, m_platform.fonts);
 }
 
 } // namespace ombrel::startup

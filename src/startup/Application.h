@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ombrel::startup {
 
@@ -26,8 +27,9 @@ public:
 
     // The program begins: the start-up form is loaded. Then run the platform's loop.
     void start();
-    // The state a replay "dump" shows: forms, visible controls and captions, selection, current path.
-    std::string dump() const;
+    // The state a replay "dump" shows, one line each (docs/replay.md): forms, timers, controls, the
+    // list, the shared values and the settings.
+    std::vector<std::string> dump() const;
 
 private:
     // Takes away what a kill in the middle of a write left beside the program's files.

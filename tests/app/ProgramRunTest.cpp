@@ -25,6 +25,7 @@ struct ProgramRun
     const char* out; // found in standard output; "": nothing is written there
     std::string err; // what standard error begins with; "": nothing is written there
     bool errWhole = false; // err is the whole of standard error
+    const char* script = ""; // written to @/run.replay
 };
 
 std::string replaced(std::string text, const std::string& from, const std::string& to)
@@ -49,6 +50,7 @@ TEST_P(ProgramRunTest, ExitsWithItsCodeAndSaysWhy)
     TempHome dir;
     // The demo cabinet as scripts/run-demo.sh makes it: a copy, with the built demo emulator in emu/.
     fs::copy(fs::path(sourceDir()) / "demo", dir.root() / "demo", fs::copy_options::recursive);
+    dir.write("run.replay", row.script);
     ASSERT_TRUE(std::getenv("DEMOEMU"));
     fs::copy_file(std::getenv("DEMOEMU"), dir.root() / "demo/emu/demoemu");
     if (std::string(row.args).find("--check") != std::string::npos && !fs::exists("/usr/games/mame"))
@@ -88,7 +90,14 @@ INSTANTIATE_TEST_SUITE_P(Rows, ProgramRunTest,
             "--home @/demo", 1, "", noDisplay("offscreen"), true },
         ProgramRun { "invisibleDriver", "env SDL_VIDEODRIVER=dummy", "--home @/demo", 1, "",
             noDisplay("dummy"), true },
-        ProgramRun { "demoCheck", "", "--check --home @/demo", 0, "\nno problems found\n", "" }),
+        ProgramRun { "demoCheck", "", "--check --home @/demo", 0, "\nno problems found\n", "" },
+        // The replay's screen is the desktop the program finds.
+        ProgramRun { "screen", "", "--home @/demo --replay @/run.replay --screen 800x600 --trace -", 0,
+            "\n1000 dump state deskW 800\n1000 dump state deskH 600\n", "", false, "at 1000 dump\nat 1000 end\n" },
+        ProgramRun { "screenTooSmall", "", "--home @/demo --replay @/run.replay --screen 800x15", 2, "",
+            "ombrel: --screen 800x15: expected WIDTHxHEIGHT, each 16 to 8192 pixels" + kUsageAfter },
+        ProgramRun { "screenMalformed", "", "--home @/demo --replay @/run.replay --screen 800x600x2", 2, "",
+            "ombrel: --screen 800x600x2: expected WIDTHxHEIGHT" }),
     [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace

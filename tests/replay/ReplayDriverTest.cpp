@@ -64,7 +64,7 @@ protected:
         driver = std::make_unique<ReplayDriver>(std::move(*script), loop, clock, trace,
             ReplayDevices { keyState, joystick, cursor, processes, power, files, renderer });
         driver->setFrameSource([this] { return forms.frame(); });
-        driver->setDumpSource([this] { return dumpText; });
+        driver->setDumpSource([this] { return dumpLines; });
         loop.setInputHandler([this](const runtime::InputEvent& event) { forms.dispatch(event); });
         loop.setPaintHandler([this] { forms.paintIfChanged(); });
         forms.define("Probe", [this](runtime::FormStack& stack) {
@@ -104,21 +104,21 @@ protected:
         loop, trace, fonts, images, files, renderer, "", failures } };
     std::unique_ptr<ReplayDriver> driver;
     std::vector<std::string> log;
-    std::string dumpText;
+    std::vector<std::string> dumpLines;
 };
 
 // Time, order, input, focus, dumps, faults and the wait for a game all show in the scenario traces;
 // these are the rules the scenarios do not reach.
-TEST_F(ReplayDriverTest, ScreenshotSeesTheTimersOfItsMomentAndDumpsKeepEmptyLines)
+TEST_F(ReplayDriverTest, ScreenshotSeesTheTimersOfItsMomentAndDumpLinesStayWhole)
 {
-    dumpText = "caption \"a\"\r\n\nend\n";
+    dumpLines = { "caption \"a\r\nb\"", "", "end" };
     run("at 300 screenshot shot.png\n"
         "at 300 dump\n"
         "at 300 end\n");
     ASSERT_EQ(renderer.screenshots().size(), 1u);
     ASSERT_FALSE(renderer.screenshots()[0].frame.empty());
     EXPECT_EQ(renderer.screenshots()[0].frame.front().colour, 0xFF0000u); // painted after the tick at 300
-    EXPECT_THAT(traceLines(), ElementsAre("300 screenshot shot.png", "300 dump caption \"a\"", "300 dump",
+    EXPECT_THAT(traceLines(), ElementsAre("300 screenshot shot.png", "300 dump caption \"a\\r\\nb\"", "300 dump",
                                   "300 dump end", "300 end"));
 }
 
