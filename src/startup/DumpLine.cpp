@@ -28,7 +28,10 @@ DumpLine& DumpLine::word(std::string_view key, std::string_view value)
     return *this;
 }
 
-std::string DumpLine::numberText(long long value) { return std::to_string(value); }
+std::string DumpLine::numberText(long long value)
+{
+    return std::to_string(value);
+}
 
 // The shortest text that reads back as the same value: 8.25, 0.1, 640.
 std::string DumpLine::numberText(double value)

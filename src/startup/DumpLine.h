@@ -12,17 +12,20 @@ namespace ombrel::startup {
 // back exactly from their one line: \" and \\ for a quote and a backslash, \n \r \t and \xHH for other
 // control characters, and \xHH for every byte of 0x80 and above when the text is not valid UTF-8 (a
 // Windows-1252 caption), so the dump stays UTF-8.
-class DumpLine {
+class DumpLine
+{
 public:
-    explicit DumpLine(std::string_view kind) : m_text(kind) { }
+    explicit DumpLine(std::string_view kind)
+        : m_text(kind)
+    {
+    }
     DumpLine(std::string_view kind, std::string_view name);
 
     DumpLine& text(std::string_view key, std::string_view value);
     DumpLine& word(std::string_view key, std::string_view value);
     DumpLine& flag(std::string_view key, bool value) { return word(key, value ? "1" : "0"); }
     template <class T>
-        requires std::integral<T> || std::floating_point<T>
-    DumpLine& number(std::string_view key, T value)
+    requires std::integral<T> || std::floating_point<T> DumpLine& number(std::string_view key, T value)
     {
         if constexpr (std::same_as<T, bool>)
             return flag(key, value);

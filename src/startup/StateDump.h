@@ -19,6 +19,7 @@ struct Cabinet;
 
 // One string per line, without the "dump " in front. The order of lines and of fields in a line is
 // fixed (docs/replay.md) so that a test or an outside checker can read the dump back.
-std::vector<std::string> dumpState(const runtime::FormStack& forms, const Cabinet& cabinet, platform::Fonts& fonts);
+std::vector<std::string> dumpState(
+    const runtime::FormStack& forms, const Cabinet& cabinet, platform::Fonts& fonts);
 
 } // namespace ombrel::startup
