@@ -76,7 +76,8 @@ void SetListSize(MainControls& c, config::RunState& run, StripLayout& layout, co
         const double rowHeight = c.ll(0).height();
         if (rowHeight <= 0)
             throw std::domain_error("the list's rows have no height");
-        rows = std::min(static_cast<double>(kMaxStripRows), columns * core::vbInt(c.Shape1.height() / rowHeight));
+        const double perColumn = core::vbInt(c.Shape1.height() / rowHeight);
+        rows = std::min(static_cast<double>(kMaxStripRows), columns * perColumn);
     });
     core::passOver(log, [&] { c.ll(0).setCaption(""); });
 

@@ -13,8 +13,12 @@ void MainForm::wireStrip()
     c.ll.setHandlers({
         .click = [this](int index) { ll_Click(index); },
         .dblClick = [this](int index) { ll_DblClick(index); },
-        .mouseDown = [this](int index, int button, int shift, double x, double y) { ll_MouseDown(index, button, shift, x, y); },
-        .mouseUp = [this](int index, int button, int shift, double x, double y) { ll_MouseUp(index, button, shift, x, y); },
+        .mouseDown = [this](int index, int button, int shift, double x, double y) {
+            ll_MouseDown(index, button, shift, x, y);
+        },
+        .mouseUp = [this](int index, int button, int shift, double x, double y) {
+            ll_MouseUp(index, button, shift, x, y);
+        },
     });
 }
 
