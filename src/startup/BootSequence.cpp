@@ -63,7 +63,7 @@ void MainForm::Timer1_Timer()
         setWidth(runtime::pixelsToTwips(settings.scrW));
     });
     core::passOver(failures(), [&] { strip.stripGap = core::roundHalfEven(strip.stripGap * width() / browser::kDesignWidth); }); // 12
-    core::passOver(failures(), [&] { browser::SetListSize(c, run, strip); }); // 13
+    core::passOver(failures(), [&] { browser::SetListSize(c, run, strip, m_cabinet.scheme); }); // 13
     core::passOver(failures(), [&] { scaleOn = false; }); // 14
     core::passOver(failures(), [&] { setBackColor(m_cabinet.scheme.schemeBack); }); // 15
     core::passOver(failures(), [&] { // 16

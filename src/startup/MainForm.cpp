@@ -42,7 +42,7 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
     , Timer1(addTimer("Timer1", 10, true, [this] { Timer1_Timer(); }))
     , timScr(addTimer("timScr", 1000, false))
     , timjoy(addTimer("timjoy", 75, true, [this] { timjoy_Timer(); }))
-    , timhigh(addTimer("timhigh", 150, true))
+    , timhigh(addTimer("timhigh", 150, true, [this] { timhigh_Timer(); }))
     , timWfExit(addTimer("timWfExit", 5, false))
     , timRefreshit(addTimer("timRefreshit", 400, false, [this] { timRefreshit_Timer(); }))
     , mpFX(add<runtime::MediaView>("mpFX", cabinet.platform.media.create("mpFX", platform::MediaKind::Effect)))
@@ -73,6 +73,7 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
     nav.wireMouse();
     wireKeys();
     wireLaunch();
+    wireStrip();
 }
 
 void MainForm::Form_Load()

@@ -109,12 +109,21 @@ public:
     void timWfExit_Timer();
     void timLock_Timer();
 
+    // The text strip (MainStrip.cpp): the pulse of the middle row, and the mouse on the rows: a click
+    // moves the selection to the row's game, a double click starts it, a held button scrolls.
+    void timhigh_Timer();
+    void ll_Click(int index);
+    void ll_DblClick(int index);
+    void ll_MouseDown(int index, int button, int shift, double x, double y);
+    void ll_MouseUp(int index, int button, int shift, double x, double y);
+
 private:
     void Timer1_Timer(); // the boot sequence
     void timRefreshit_Timer();
     void frmMenuFocus();
     void wireKeys();
     void wireLaunch();
+    void wireStrip();
     // The end of the start sound starts the game.
     void mpFX_PlayStateChange();
     launch::LaunchContext launchContext();

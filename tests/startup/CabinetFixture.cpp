@@ -80,9 +80,9 @@ void CabinetFixture::boot()
     loop.runFor(2500);
 }
 
-void CabinetFixture::input(runtime::InputKind kind, int key, int shift, const std::string& target)
+void CabinetFixture::input(runtime::InputKind kind, int key, int shift, const std::string& target, int button)
 {
-    loop.postInput({ .kind = kind, .vk = key, .shift = shift, .target = target });
+    loop.postInput({ .kind = kind, .vk = key, .shift = shift, .button = button, .target = target });
     loop.doEvents();
 }
 

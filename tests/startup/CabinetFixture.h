@@ -70,6 +70,8 @@ public:
     }
     // A click of the left button on a form or control named as a replay script names it ("Main.ll(3)").
     void click(const std::string& target) { input(runtime::InputKind::Click, 0, 0, target); }
+    // Any other mouse event on a named target; button 1 left, 2 right.
+    void mouse(runtime::InputKind kind, const std::string& target, int button = 1) { input(kind, 0, 0, target, button); }
     void runFor(int64_t ms) { loop.runFor(ms); }
 
     startup::MainForm& main() { return forms().form<startup::MainForm>("Main"); }
@@ -118,7 +120,7 @@ public:
     core::FailureLog failures { home.path() + core::kFailureLogFileName, failureEcho };
 
 private:
-    void input(runtime::InputKind kind, int key, int shift, const std::string& target = "");
+    void input(runtime::InputKind kind, int key, int shift, const std::string& target = "", int button = 1);
     std::unique_ptr<startup::Application> m_app;
     size_t m_mark = 0;
 };

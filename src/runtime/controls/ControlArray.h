@@ -4,6 +4,7 @@
 
 #include "runtime/Form.h"
 
+#include <functional>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -12,11 +13,23 @@ namespace ombrel::runtime {
 
 template <class T> class ControlArray {
 public:
+    // The array's event handlers: one of each for all elements, told which element the event is on.
+    struct Handlers
+    {
+        std::function<void(int index)> click;
+        std::function<void(int index)> dblClick;
+        std::function<void(int index, int button, int shift, double x, double y)> mouseDown;
+        std::function<void(int index, int button, int shift, double x, double y)> mouseUp;
+    };
+
     ControlArray(Form& form, std::string name)
         : m_form(form)
         , m_name(std::move(name))
     {
     }
+    // The elements' handlers point at the array.
+    ControlArray(const ControlArray&) = delete;
+    ControlArray& operator=(const ControlArray&) = delete;
 
     const std::string& name() const { return m_name; }
 
@@ -27,6 +40,7 @@ public:
             throw std::invalid_argument(m_name + ": element already exists");
         T& control = m_form.add<T>(m_name, index);
         m_elements[index] = &control;
+        wire(control, index);
         return control;
     }
     // Load at run time: a new element with the lowest element's properties, not visible.
@@ -42,6 +56,7 @@ public:
         else
             control.setVisible(false);
         m_elements[index] = &control;
+        wire(control, index);
         return control;
     }
     void unload(int index)
@@ -72,10 +87,36 @@ public:
     int lbound() const { return m_elements.empty() ? 0 : m_elements.begin()->first; }
     int ubound() const { return m_elements.empty() ? -1 : m_elements.rbegin()->first; }
 
+    // Gives every element, those loaded later too, the array's handlers, so an element that Load makes
+    // answers the mouse like the design-time ones.
+    void setHandlers(Handlers handlers)
+    {
+        m_handlers = std::move(handlers);
+        for (auto& [index, control] : m_elements)
+            wire(*control, index);
+    }
+
 private:
+    void wire(T& control, int index)
+    {
+        if (m_handlers.click)
+            control.onClick = [this, index] { m_handlers.click(index); };
+        if (m_handlers.dblClick)
+            control.onDblClick = [this, index] { m_handlers.dblClick(index); };
+        if (m_handlers.mouseDown)
+            control.onMouseDown = [this, index](int button, int shift, double x, double y) {
+                m_handlers.mouseDown(index, button, shift, x, y);
+            };
+        if (m_handlers.mouseUp)
+            control.onMouseUp = [this, index](int button, int shift, double x, double y) {
+                m_handlers.mouseUp(index, button, shift, x, y);
+            };
+    }
+
     Form& m_form;
     std::string m_name;
     std::map<int, T*> m_elements;
+    Handlers m_handlers;
 };
 
 } // namespace ombrel::runtime
