@@ -342,8 +342,8 @@ b='5+9*exp(-((X-320)*(X-320)+(Y-240)*(Y-240))/90000)'" \
     -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Phosphor/background.jpg"
 face=$font
 
-# defaults SKIN BACK BORDER INK: the four default pictures, which the picture strip shows for a game
-# without that picture, in the skin's colours and in $face.
+# defaults SKIN BACK BORDER INK [SIZE]: the four default pictures, which the picture strip shows for a
+# game without that picture, in the skin's colours and in $face (SIZE: of the text, 14 by default).
 defaults() {
     local pic file size label
     for pic in "marquee32.jpg 256x64 NO MARQUEE" "screen32.jpg 160x120 NO SNAP" \
@@ -351,12 +351,12 @@ defaults() {
         read -r file size label <<<"$pic"
         printf '%s' "$label" >"$work/label.txt"
         jpg "$demo/omthemes/$1/$file" "$size" "$2" "drawbox=x=2:y=2:w=iw-4:h=ih-4:color=$3:t=2,\
-$(text "$work/label.txt" 14 "$4" '(h-text_h)/2')"
+$(text "$work/label.txt" "${5:-14}" "$4" '(h-text_h)/2')"
     done
 }
 defaults Ombrel 0x1A1E2E 0x50587A 0xC8D2E6
 face=${font%/*}/DejaVuSerif-Bold.ttf
-defaults Parlour 0x340E16 0xE8B850 0xEEE2C8
+defaults Parlour 0x340E16 0xE8B850 0xEEE2C8 12
 face=${font%/*}/DejaVuSansMono-Bold.ttf
 defaults Phosphor 0x040E08 0x46C864 0x46C864
 face=$font
