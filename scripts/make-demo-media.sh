@@ -137,7 +137,9 @@ with open(os.path.join(demo, "docs/README.txt"), "w") as out:
 # are Top, Left, Width, Height, except the logo's: Top, Left, Height, Width. The panels keep the
 # proportions of the artwork (snap 4:3, marquee 4:1, flyer and cabinet 3:4, logo 5:2) at 640x480.
 def layout(snap, cabinet, flyer, marquee, strip, columns, kind, cell, path, nav, gap, align, logo):
-    """The 20 values of a skin.ini; each panel is (rectangle, shown)."""
+    """The 20 values of a skin.ini. Each panel is (rectangle, shown); kind is "list" for a text list,
+    columns its number of columns (empty: one), align where a one-column list's rows stand (0 left,
+    1 right, 2 centred); cell and gap size the cells of a picture strip instead."""
     flag = lambda shown: "#TRUE#" if shown else "#FALSE#"
     numbers = lambda values: ",".join(str(v) for v in values)
     lines = []
