@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes the demo cabinet's content in demo/: the master game list, placeholder ROM files, the
-# list files, the Extras list, the skin "Ombrel", logos, artwork, sounds and the intro film.
+# list files, the Extras list, the skins "Ombrel", "Parlour" and "Phosphor", logos, artwork, sounds and
+# the intro film.
 #
 # Needs only ffmpeg and python3 (standard library). The output is the same on every run with the
 # same ffmpeg: no random seeds, no time stamps, single-threaded encoders. The hand-written files
@@ -12,16 +13,18 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 demo=${1:-$root/demo}
 font=/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf
-skin=$demo/omthemes/Ombrel
+face=$font # the face of drawn text
 
 for tool in ffmpeg python3; do
     command -v "$tool" >/dev/null || { echo "make-demo-media: $tool is missing" >&2; exit 1; }
 done
-[ -f "$font" ] || { echo "make-demo-media: font $font is missing (fonts-dejavu-core)" >&2; exit 1; }
+for file in "$font" "${font%/*}/DejaVuSerif-Bold.ttf" "${font%/*}/DejaVuSansMono-Bold.ttf"; do
+    [ -f "$file" ] || { echo "make-demo-media: font $file is missing (fonts-dejavu-core)" >&2; exit 1; }
+done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-mkdir -p "$demo" "$skin"
+mkdir -p "$demo"
 
 # ---------------------------------------------------------------------------------------------
 # Text files. The game table (demo-games.txt beside this script) is the one source of
@@ -127,41 +130,73 @@ with open(os.path.join(demo, "docs/README.txt"), "w") as out:
         "REFRESH key (F5) looks through every folder and writes the lists of what it finds.\n\n"
         "Everything here but the settings is made by scripts/make-demo-media.sh.\n")
 
-# Layout of the skin on the 7680 x 5760 design form: marquee over the snap at the top centre,
-# cabinet left, flyer right, the logo under the snap, caption and arrows over the list strip.
-crlf_file("omthemes/Ombrel/skin.ini", [
-    "960,2640,2400,1800",     # snap: Top, Left, Width, Height
-    "#TRUE#",
-    "480,240,2160,2880",      # cabinet
-    "#TRUE#",
-    "480,5280,2160,2880",     # flyer
-    "#TRUE#",
-    "240,2640,2400,600",      # marquee
-    "#TRUE#",
-    "3720,240,7200,1800",     # list strip
-    "1",                      # columns
-    "list",                   # text strip
-    "1200,900",               # cell of a picture strip: Width, Height
-    "3360,240",               # list caption: Top, Left
-    "#TRUE#",
-    "3360,3390",              # first arrow label: Top, Left
-    "#TRUE#",
-    "60",                     # gap between cells of a picture strip
-    "2",                      # rows centred
-    "2820,3240,480,1200",     # logo: Top, Left, Height, Width
-    "#TRUE#",
-])
+# The skins, one folder each below omthemes/: the player picks one by its folder name.
+#
+# skin.ini holds 20 values in a fixed order, on the 7680 x 5760 design form; the front end scales
+# them to the screen, while fonts keep their size, so a larger screen shows more rows. Rectangles
+# are Top, Left, Width, Height, except the logo's: Top, Left, Height, Width. The panels keep the
+# proportions of the artwork (snap 4:3, marquee 4:1, flyer and cabinet 3:4, logo 5:2) at 640x480.
+def layout(snap, cabinet, flyer, marquee, strip, columns, kind, cell, path, nav, gap, align, logo):
+    """The 20 values of a skin.ini. Each panel is (rectangle, shown); kind is "list" for a text list,
+    columns its number of columns (empty: one), align where a one-column list's rows stand (0 left,
+    1 right, 2 centred); cell and gap size the cells of a picture strip instead."""
+    flag = lambda shown: "#TRUE#" if shown else "#FALSE#"
+    numbers = lambda values: ",".join(str(v) for v in values)
+    lines = []
+    for rectangle, shown in (snap, cabinet, flyer, marquee):
+        lines += [numbers(rectangle), flag(shown)]
+    lines += [numbers(strip), str(columns), kind, numbers(cell)]
+    lines += [numbers(path[0]), flag(path[1]), numbers(nav[0]), flag(nav[1])]
+    lines += [str(gap), str(align), numbers(logo[0]), flag(logo[1])]
+    assert len(lines) == 20
+    return lines
+
+HIDDEN = ((0, 0, 0, 0), False)
 
 def colour(r, g, b):
     """The cabinet's colour number: blue x 65536 + green x 256 + red."""
     return str(b * 65536 + g * 256 + r)
 
-crlf_file("omthemes/Ombrel/scheme.cfg", [
-    '"DejaVu Sans"', "12",
-    colour(16, 20, 40),       # back: deep navy
-    colour(200, 210, 230),    # list text: pale blue grey
-    colour(255, 190, 40),     # titles and selection: amber
-])
+def pulse_colour(r, g, b):
+    """The selection colour. The selected row pulses by scaling this colour as one number, so a
+    green or blue that 8 does not divide lends bits to the channel below it and the pulse flashes
+    another hue; multiples of 8 dim it evenly through 1/2, 1/4 and 1/8."""
+    assert g % 8 == 0 and b % 8 == 0, "selection colour would change hue as it pulses"
+    return colour(r, g, b)
+
+SKINS = {
+    # Marquee over the snap at the top centre, cabinet left, flyer right, the logo under the snap,
+    # caption and arrows over a one-column list across the lower third.
+    "Ombrel": (layout(
+        snap=((960, 2640, 2400, 1800), True), cabinet=((480, 240, 2160, 2880), True),
+        flyer=((480, 5280, 2160, 2880), True), marquee=((240, 2640, 2400, 600), True),
+        strip=(3720, 240, 7200, 1800), columns=1, kind="list", cell=(1200, 900),
+        path=((3360, 240), True), nav=((3360, 3390), True), gap=60, align=2,
+        logo=((2820, 3240, 480, 1200), True)),
+        ['"DejaVu Sans"', "12", colour(16, 20, 40), colour(200, 210, 230), pulse_colour(255, 184, 40)]),
+    # A games-room look in serif type: snap left and flyer right under the marquee, caption, logo
+    # and arrows between them, and a three-column list below; no cabinet picture.
+    "Parlour": (layout(
+        snap=((1080, 480, 2640, 1980), True), cabinet=HIDDEN,
+        flyer=((1140, 5760, 1440, 1920), True), marquee=((240, 2400, 2880, 720), True),
+        strip=(3360, 480, 6720, 2160), columns=3, kind="list", cell=(1200, 900),
+        path=((1140, 3540), True), nav=((2460, 3990), True), gap=60, align=2,
+        logo=((1500, 3540, 720, 1800), True)),
+        ['"DejaVu Serif"', "11", colour(52, 14, 22), colour(238, 226, 200), pulse_colour(232, 184, 80)]),
+    # The list alone, in green monospace on black: no caption, arrows, logo or pictures. The empty
+    # column count means one column, whose rows stand at the left.
+    "Phosphor": (layout(
+        snap=HIDDEN, cabinet=HIDDEN, flyer=HIDDEN, marquee=HIDDEN,
+        strip=(480, 960, 5760, 4800), columns="", kind="list", cell=(0, 0),
+        path=((0, 0), False), nav=((0, 0), False), gap=0, align=0,
+        logo=((0, 0, 0, 0), False)),
+        ['"DejaVu Sans Mono"', "12", colour(4, 14, 8), colour(70, 200, 100), pulse_colour(170, 248, 176)]),
+}
+
+for name, (lines, scheme) in SKINS.items():
+    os.makedirs(os.path.join(demo, "omthemes", name), exist_ok=True)
+    crlf_file("omthemes/%s/skin.ini" % name, lines)
+    crlf_file("omthemes/%s/scheme.cfg" % name, scheme)
 
 # Artwork manifest for the picture step below: rom, kinds, colours, and the name wrapped for
 # each card size in a text file (drawtext reads it, which spares the filter-graph escaping).
@@ -215,7 +250,7 @@ jpg() { still "$@" -pix_fmt yuvj420p -q:v 3; }
 
 # text FILE SIZE COLOUR Y [extra drawtext options]: a centred drawtext filter for a text file.
 text() {
-    echo "drawtext=fontfile=$font:textfile=$1:expansion=none:fontsize=$2:fontcolor=$3:x=(w-text_w)/2:y=$4:line_spacing=2${5:+:$5}"
+    echo "drawtext=fontfile=$face:textfile=$1:expansion=none:fontsize=$2:fontcolor=$3:x=(w-text_w)/2:y=$4:line_spacing=2${5:+:$5}"
 }
 
 # Logos: a title over a small caption on a coloured card, reduced to a GIF palette.
@@ -274,7 +309,8 @@ drawbox=x=24:y=98:w=72:h=10:color=$bright@0.7:t=fill,$(text "$name" 8 white 10)"
     done
 done <"$work/art.txt"
 
-# The skin: background, default pictures, sounds.
+# The skins' backgrounds (640x480, stretched to the screen, so each mark lies under the element it
+# frames at every screen size), default pictures and sounds.
 printf 'OMBREL' >"$work/ombrel.txt"
 printf 'O  M  B  R  E  L' >"$work/spaced.txt"
 ff -f lavfi -i "color=c=black:s=640x480:d=1,format=rgb24,\
@@ -284,29 +320,69 @@ b='26+34*Y/H+16*exp(-((X-320)*(X-320)+(Y-150)*(Y-150))/40000)'" \
     -vf "$(text "$work/ombrel.txt" 110 white@0.06 95),\
 drawbox=x=20:y=302:w=600:h=1:color=0xFFBE28@0.35:t=fill,\
 $(text "$work/spaced.txt" 11 white@0.35 465)" \
-    -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$skin/background.jpg"
+    -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Ombrel/background.jpg"
 
-for pic in "marquee32.jpg 256x64 NO MARQUEE" "screen32.jpg 160x120 NO SNAP" \
-           "flyer32.jpg 120x160 NO FLYER" "cabinet32.jpg 120x160 NO CABINET"; do
-    read -r file size label <<<"$pic"
-    printf '%s' "$label" >"$work/label.txt"
-    jpg "$skin/$file" "$size" 0x1A1E2E "drawbox=x=2:y=2:w=iw-4:h=ih-4:color=0x50587A:t=2,\
-$(text "$work/label.txt" 14 0xC8D2E6 '(h-text_h)/2')"
-done
+# Parlour: burgundy under a warm light, a gold frame, and dark recesses where the marquee, snap,
+# flyer and list stand, so a game without a picture leaves an empty slot rather than a hole.
+recess() { echo "drawbox=x=$1:y=$2:w=$3:h=$4:color=black@0.28:t=fill,drawbox=x=$1:y=$2:w=$3:h=$4:color=0xE8B850@0.35:t=1"; }
+ff -f lavfi -i "color=c=black:s=640x480:d=1,format=rgb24,\
+geq=r='58-26*Y/H+24*exp(-((X-320)*(X-320)+(Y-170)*(Y-170))/60000)':\
+g='14-6*Y/H+10*exp(-((X-320)*(X-320)+(Y-170)*(Y-170))/60000)':\
+b='22-8*Y/H+8*exp(-((X-320)*(X-320)+(Y-170)*(Y-170))/60000)'" \
+    -vf "drawbox=x=6:y=6:w=628:h=468:color=0xE8B850@0.55:t=1,drawbox=x=10:y=10:w=620:h=460:color=0xE8B850@0.25:t=1,\
+$(recess 196 16 248 68),$(recess 36 86 228 173),$(recess 476 91 128 168),$(recess 32 274 576 190)" \
+    -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Parlour/background.jpg"
+
+# Phosphor: a dark screen glowing faintly at its centre, a thin frame round the list.
+printf 'PHOSPHOR' >"$work/phosphor.txt"
+face=${font%/*}/DejaVuSansMono-Bold.ttf
+ff -f lavfi -i "color=c=black:s=640x480:d=1,format=rgb24,\
+geq=r='3+5*exp(-((X-320)*(X-320)+(Y-240)*(Y-240))/90000)':\
+g='8+20*exp(-((X-320)*(X-320)+(Y-240)*(Y-240))/90000)':\
+b='5+9*exp(-((X-320)*(X-320)+(Y-240)*(Y-240))/90000)'" \
+    -vf "drawbox=x=68:y=30:w=504:h=420:color=0x46C864@0.35:t=1,$(text "$work/phosphor.txt" 10 0x46C864@0.4 458)" \
+    -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Phosphor/background.jpg"
+face=$font
+
+# defaults SKIN BACK BORDER INK [SIZE]: the four default pictures, which the picture strip shows for a
+# game without that picture, in the skin's colours and in $face (SIZE: of the text, 14 by default).
+defaults() {
+    local pic file size label
+    for pic in "marquee32.jpg 256x64 NO MARQUEE" "screen32.jpg 160x120 NO SNAP" \
+               "flyer32.jpg 120x160 NO FLYER" "cabinet32.jpg 120x160 NO CABINET"; do
+        read -r file size label <<<"$pic"
+        printf '%s' "$label" >"$work/label.txt"
+        jpg "$demo/omthemes/$1/$file" "$size" "$2" "drawbox=x=2:y=2:w=iw-4:h=ih-4:color=$3:t=2,\
+$(text "$work/label.txt" "${5:-14}" "$4" '(h-text_h)/2')"
+    done
+}
+defaults Ombrel 0x1A1E2E 0x50587A 0xC8D2E6
+face=${font%/*}/DejaVuSerif-Bold.ttf
+defaults Parlour 0x340E16 0xE8B850 0xEEE2C8 12
+face=${font%/*}/DejaVuSansMono-Bold.ttf
+defaults Phosphor 0x040E08 0x46C864 0x46C864
+face=$font
 
 # tone OUT SECONDS EXPRESSION: a mono sound of the given length, as a small MP3.
 tone() {
     ff -f lavfi -i "aevalsrc=exprs='$3':s=22050:d=$2" -ac 1 -c:a libmp3lame -b:a 32k "${exact[@]}" "$1"
 }
-# A short click; a rising and a falling sweep (phase of a linear sweep: f0 t + (f1 - f0) t^2 / 2T);
-# and a two-note chime for the browser coming up.
-tone "$skin/pop.mp3" 0.06 '0.7*sin(2*PI*1800*t)*exp(-t*80)'
-tone "$skin/com.mp3" 0.6 \
-    '(1-exp(-t*200))*(1-(t/0.6)^8)*(0.45*sin(2*PI*(440*t+733.3*t*t))+0.15*sin(4*PI*(440*t+733.3*t*t)))'
-tone "$skin/end.mp3" 1.0 \
-    '(1-exp(-t*200))*exp(-t*2)*(1-t^8)*(0.45*sin(2*PI*(880*t-330*t*t))+0.15*sin(4*PI*(880*t-330*t*t)))'
-tone "$skin/start.mp3" 0.7 \
-    '0.4*sin(2*PI*523.25*t)*exp(-t*6)+0.4*gte(t,0.15)*sin(2*PI*783.99*(t-0.15))*exp(-(t-0.15)*6)'
+# sounds SKIN CLICK_HZ SWEEP_PITCH CHIME_HZ CHIME2_HZ: a short click; a rising and a falling sweep
+# (phase of a linear sweep: f0 t + (f1 - f0) t^2 / 2T), both scaled by SWEEP_PITCH; and a two-note
+# chime for the browser coming up.
+sounds() {
+    local skin=$demo/omthemes/$1 p=$3
+    tone "$skin/pop.mp3" 0.06 "0.7*sin(2*PI*$2*t)*exp(-t*80)"
+    tone "$skin/com.mp3" 0.6 \
+        "(1-exp(-t*200))*(1-(t/0.6)^8)*(0.45*sin(2*PI*$p*(440*t+733.3*t*t))+0.15*sin(4*PI*$p*(440*t+733.3*t*t)))"
+    tone "$skin/end.mp3" 1.0 \
+        "(1-exp(-t*200))*exp(-t*2)*(1-t^8)*(0.45*sin(2*PI*$p*(880*t-330*t*t))+0.15*sin(4*PI*$p*(880*t-330*t*t)))"
+    tone "$skin/start.mp3" 0.7 \
+        "0.4*sin(2*PI*$4*t)*exp(-t*6)+0.4*gte(t,0.15)*sin(2*PI*$5*(t-0.15))*exp(-(t-0.15)*6)"
+}
+sounds Ombrel 1800 1 523.25 783.99
+sounds Parlour 1200 0.75 392.00 587.33
+sounds Phosphor 2400 1.5 880.00 1760.00
 
 # The intro film: the name fading in over a moving plasma, with a rising three-note chime.
 printf 'arcade front end' >"$work/tagline.txt"

@@ -3,10 +3,12 @@
 //
 // A scenario folder holds script.replay, expected.trace, expected-<name>.png for each screenshot
 // <name>.png the script takes, and the cabinet to run in: a folder home/, or a file uses-demo for the
-// demo cabinet. Optional: expected-files/, files the cabinet must hold after the run, and
-// expected-exit-code, when the program is to end with another code than 0. The cabinet is copied
-// before the run, since the program writes into its folder. The run is left in the build folder
-// (runs/<scenario>/: actual.trace, screenshots, standard output and error).
+// demo cabinet. Optional: expected-files/, files the cabinet must hold after the run; expected-exit-code,
+// when the program is to end with another code than 0; args, more words for the program's command line
+// (--screen 1280x1024); overlay/, files laid over the copied cabinet, so that a scenario can run the demo
+// with a few files of its own. The cabinet is copied before the run, since the program writes into its
+// folder. The run is left in the build folder (runs/<scenario>/: actual.trace, screenshots, standard
+// output and error).
 #include "GoldenImage.h"
 #include "TempHome.h"
 #include "TraceDiff.h"
@@ -126,10 +128,17 @@ TEST_P(ScenarioTest, MatchesItsExpectedTraceAndScreenshots)
         fs::copy(cabinet, home, fs::copy_options::recursive);
     else
         fs::create_directories(home);
+    if (fs::is_directory(folder() / "overlay"))
+        fs::copy(folder() / "overlay", home,
+            fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    std::istringstream argsFile(readFile(folder() / "args"));
+    std::string args;
+    for (std::string word; argsFile >> word;)
+        args += " " + test::quoted(word); // qualified: std::quoted would win by argument lookup
 
     const std::string command = "cd " + quoted(run().string()) + " && timeout "
         + std::to_string(kRunLimitSeconds) + " " + quoted(OMBREL_BINARY) + " --home " + quoted(home.string())
-        + " --replay " + quoted((folder() / "script.replay").string())
+        + " --replay " + quoted((folder() / "script.replay").string()) + args
         + " --trace actual.trace >stdout.log 2>stderr.log";
     const int status = std::system(command.c_str());
     const fs::path exitCodeFile = folder() / "expected-exit-code";
