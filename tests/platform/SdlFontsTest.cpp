@@ -29,6 +29,7 @@ TEST(SdlFonts, NamesResolveToFilesWithFallback)
         { "DejaVu Serif", true, "DejaVuSerif-Bold.ttf" }, { "dejavu sans mono", false, "DejaVuSansMono.ttf" },
         { "No Such Font Anywhere", true, "DejaVuSans-Bold.ttf" }, { "", false, "DejaVuSans.ttf" },
         { "Arial:bold-12", false, "DejaVuSans.ttf" }, // fontconfig syntax in a name is only a name
+        { "MS Sans Serif", false, "DejaVuSans.ttf" }, // the labels' design font: no report
     };
     std::vector<std::string> unmatched;
     fonts.onUnmatched = [&](const std::string& name) { unmatched.push_back(name); };

@@ -30,13 +30,15 @@ bool isFile(const std::string& path)
     return !path.empty() && std::filesystem::is_regular_file(path, ec);
 }
 
-// Names that DejaVu Sans answers by right: no font is missing when they get it.
+// Names that DejaVu Sans answers by right: no font is missing when they get it. "MS Sans Serif" is
+// the design font of every label, which no Linux machine has; DejaVu Sans is meant to stand in for it.
 bool isGenericOrFallback(const std::string& name)
 {
     std::string lower;
     for (char ch : name)
         lower += static_cast<char>(ch >= 'A' && ch <= 'Z' ? ch - 'A' + 'a' : ch);
-    return lower.empty() || lower == "dejavu sans" || lower == "sans-serif" || lower == "sans";
+    return lower.empty() || lower == "dejavu sans" || lower == "sans-serif" || lower == "sans"
+        || lower == "ms sans serif";
 }
 
 } // namespace
