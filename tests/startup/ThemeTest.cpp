@@ -11,6 +11,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace ombrel::test {
 namespace {
@@ -93,23 +94,29 @@ struct Themed {
     browser::MainControls& c() { return fx.main().c; }
 };
 
-TEST(ThemeTest, SchemeColoursAndFontLandOnTheBrowser)
+TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
 {
     const uint32_t back = core::rgb(0x12, 0x34, 0x56), list = core::rgb(0, 255, 0), fore = core::rgb(255, 0, 0);
     const std::string file = "Verdana,12," + std::to_string(back) + "," + std::to_string(list) + ","
         + std::to_string(fore) + "\r\n";
-    for (int fontSize : { 0, 20 }) { // 0 keeps the scheme's 12 points; above 0 wins everywhere
+    // The user's size above 0 wins over the scheme's. Without a scheme (a first load) the colours are
+    // black and the labels keep their design font, but the user's size still goes in.
+    const std::tuple<std::optional<std::string>, int, runtime::FontSpec> rows[] = {
+        { file, 0, { "Verdana", 12, false } },
+        { file, 20, { "Verdana", 20, false } },
+        { std::nullopt, 16, { "MS Sans Serif", 16, false } },
+    };
+    for (const auto& [scheme, fontSize, font] : rows) {
         SCOPED_TRACE(fontSize);
-        Themed t(file, { .fontSize = fontSize });
-        const double points = fontSize > 0 ? fontSize : 12;
+        Themed t(scheme, { .fontSize = fontSize });
         auto& c = t.c();
-        EXPECT_EQ(t.fx.cabinet().scheme.schemeSize, points);
-        EXPECT_EQ(t.fx.main().backColor(), back);
-        EXPECT_EQ(c.xFlyer.backColor(), back);
-        EXPECT_EQ(c.xCabinet.backColor(), back);
+        const bool read = scheme.has_value();
+        EXPECT_EQ(t.fx.cabinet().scheme.schemeSize, font.sizePt);
+        for (uint32_t colour : { t.fx.main().backColor(), c.xFlyer.backColor(), c.xCabinet.backColor() })
+            EXPECT_EQ(colour, read ? back : 0);
         for (runtime::Label* label : { &c.lblPath, &c.lblNav(0), &c.lblNav(2), &c.lblNav(4) }) {
-            EXPECT_EQ(label->foreColor(), fore);
-            EXPECT_EQ(label->font(), (runtime::FontSpec { "Verdana", points, false }));
+            EXPECT_EQ(label->foreColor(), read ? fore : 0);
+            EXPECT_EQ(label->font(), font);
         }
         ASSERT_GT(c.ll.count(), 2);
         // The boot lays the strip out again after the scheme, so the middle row's own look is seen
@@ -119,39 +126,19 @@ TEST(ThemeTest, SchemeColoursAndFontLandOnTheBrowser)
         const int mid = t.fx.cabinet().run.midRow;
         for (int i = 0; i <= c.ll.ubound(); ++i) {
             SCOPED_TRACE(i);
-            EXPECT_EQ(c.ll(i).foreColor(), list);
-            EXPECT_EQ(c.ll(i).font(), (runtime::FontSpec { "Verdana", points, i == mid }));
+            EXPECT_EQ(c.ll(i).foreColor(), read ? list : 0);
+            EXPECT_EQ(c.ll(i).font(), (runtime::FontSpec { font.name, font.sizePt, i == mid }));
             EXPECT_EQ(c.ll(i).autoSize(), i == mid);
         }
         EXPECT_FALSE(c.ll(mid).wordWrap());
     }
 }
 
-TEST(ThemeTest, MissingSchemeLeavesTheDesignFontButTakesTheUsersSize)
-{
-    // The first load without a scheme: black, and labels keep their design font (a size of 0 is refused).
-    Themed none(std::nullopt);
-    const runtime::FontSpec design = none.c().lblNav(0).font();
-    EXPECT_EQ(none.fx.cabinet().scheme, Scheme {});
-    EXPECT_EQ(none.c().lblPath.foreColor(), 0u);
-    EXPECT_EQ(none.fx.main().backColor(), 0u);
-    EXPECT_TRUE(design.sizePt > 0 && !design.name.empty());
-    // A user's size still goes in.
-    Themed sized(std::nullopt, { .fontSize = 16 });
-    EXPECT_EQ(sized.c().lblPath.font().sizePt, 16);
-    EXPECT_EQ(sized.c().lblPath.font().name, design.name);
-}
-
 TEST(ThemeTest, GreetingPlaysAtBootAndIsStoppedWhenTheSoundIsOff)
 {
-    CabinetFixture fx;
-    fx.write({});
-    fx.home.write("omthemes/Skin/start.mp3", "hello");
-    fx.start();
-    fx.runFor(2500);
+    Themed t(std::nullopt);
+    CabinetFixture& fx = t.fx;
     EXPECT_EQ(fx.countSinceMark("media mpFX open omthemes/Skin/start.mp3"), 1);
-    EXPECT_EQ(fx.countSinceMark("media mpFX play"), 1);
-
     // Muted: a sound left playing stops, no greeting starts, and timfx is not touched.
     auto& player = fx.main().mpFX.player();
     player.setFileName(fx.home.path() + "omthemes/Skin/end.mp3");
@@ -167,7 +154,8 @@ TEST(ThemeTest, GreetingPlaysAtBootAndIsStoppedWhenTheSoundIsOff)
     fx.mark();
     browser::SetTheme(themeOf(fx), player, fx.main().timfx);
     EXPECT_FALSE(fx.main().timfx.enabled());
-    EXPECT_EQ(fx.countSinceMark("media mpFX open omthemes/Skin/start.mp3"), 1);
+    EXPECT_EQ(fx.sinceMark(),
+        (std::vector<std::string> { "media mpFX open omthemes/Skin/start.mp3", "media mpFX play" }));
 }
 
 } // namespace
