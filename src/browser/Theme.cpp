@@ -20,54 +20,55 @@ namespace ombrel::browser {
 
 namespace {
 
-    // Why the record's read ended at one value.
-    struct Stop {
-        std::string why;
-    };
+// Why the record's read ended at one value.
+struct Stop
+{
+    std::string why;
+};
 
-    // NOTE: a colour is a 32-bit whole number, but only its low 24 bits are a colour: a value outside
-    // 0..16777215 shows what those bits say (-1 is white, 16777216 black), as painting reads no
-    // more. A number beyond 32 bits is no whole number at all and ends the read like a word would.
-    uint32_t colourOf(double value)
-    {
-        std::optional<int32_t> whole = core::toLong(value);
-        if (!whole)
-            throw Stop { "is beyond a whole number's range" };
-        return static_cast<uint32_t>(*whole) & 0xFFFFFFu;
-    }
+// NOTE: a colour is a 32-bit whole number, but only its low 24 bits are a colour: a value outside
+// 0..16777215 shows what those bits say (-1 is white, 16777216 black), as painting reads no
+// more. A number beyond 32 bits is no whole number at all and ends the read like a word would.
+uint32_t colourOf(double value)
+{
+    std::optional<int32_t> whole = core::toLong(value);
+    if (!whole)
+        throw Stop { "is beyond a whole number's range" };
+    return static_cast<uint32_t>(*whole) & 0xFFFFFFu;
+}
 
-    double sizeOf(double value)
-    {
-        if (std::fabs(value) > FLT_MAX)
-            throw Stop { "is too large" };
-        return static_cast<double>(static_cast<float>(value));
-    }
+double sizeOf(double value)
+{
+    if (std::fabs(value) > FLT_MAX)
+        throw Stop { "is too large" };
+    return static_cast<double>(static_cast<float>(value));
+}
 
-    // Reads one value; a missing or malformed one stops the record with the line it stood on.
-    template <class Read> auto take(core::FieldReader& file, SchemeRead& result, size_t index, Read read)
-    {
-        const int line = file.line();
-        try {
-            if (file.atEnd())
-                throw Stop { "is missing: the file ends before it" };
-            auto value = read();
-            result.lines[index] = file.fieldLine();
-            return value;
-        } catch (const core::ReadError&) {
-            result.stop = std::string(kSchemeFileName) + " line " + std::to_string(line) + ": "
-                + kSchemeNames[index] + " is not a number";
-        } catch (const Stop& stop) {
-            result.stop = std::string(kSchemeFileName) + " line " + std::to_string(line) + ": "
-                + kSchemeNames[index] + " " + stop.why;
-        }
-        throw result;
+// Reads one value; a missing or malformed one stops the record with the line it stood on.
+template <class Read> auto take(core::FieldReader& file, SchemeRead& result, size_t index, Read read)
+{
+    const int line = file.line();
+    try {
+        if (file.atEnd())
+            throw Stop { "is missing: the file ends before it" };
+        auto value = read();
+        result.lines[index] = file.fieldLine();
+        return value;
+    } catch (const core::ReadError&) {
+        result.stop = std::string(kSchemeFileName) + " line " + std::to_string(line) + ": "
+            + kSchemeNames[index] + " is not a number";
+    } catch (const Stop& stop) {
+        result.stop = std::string(kSchemeFileName) + " line " + std::to_string(line) + ": "
+            + kSchemeNames[index] + " " + stop.why;
     }
+    throw result;
+}
 
-    std::string colourText(uint32_t colour)
-    {
-        return std::to_string(colour) + " (red " + std::to_string(core::redOf(colour)) + ", green "
-            + std::to_string(core::greenOf(colour)) + ", blue " + std::to_string(core::blueOf(colour)) + ")";
-    }
+std::string colourText(uint32_t colour)
+{
+    return std::to_string(colour) + " (red " + std::to_string(core::redOf(colour)) + ", green "
+        + std::to_string(core::greenOf(colour)) + ", blue " + std::to_string(core::blueOf(colour)) + ")";
+}
 
 } // namespace
 

@@ -33,7 +33,8 @@ inline constexpr const char* kSchemeFileName = "scheme.cfg";
 // size 0 (which a label refuses, so it keeps its design size) and no font name. A read that stops
 // early leaves the values it did not reach as they were, so a rebuilt browser keeps the last skin's.
 // Colours are blue*65536 + green*256 + red.
-struct Scheme {
+struct Scheme
+{
     std::string schemeFont; // font name
     double schemeSize = 0; // points
     uint32_t schemeBack = 0; // the forms' background, and the middle row's text in a built strip
@@ -45,7 +46,8 @@ struct Scheme {
 
 // Where each value of the last read came from: the 1-based line of the file, 0 for a value the read
 // did not reach. stop says why the read ended early; empty when all five were taken.
-struct SchemeRead {
+struct SchemeRead
+{
     std::array<int, 5> lines {};
     std::string stop;
 };
@@ -64,7 +66,8 @@ SchemeRead readScheme(core::FieldReader& file, Scheme& scheme);
 std::vector<std::string> schemeReport(const std::optional<std::string>& bytes, platform::Fonts& fonts);
 
 // What SetTheme works on: the browser's controls, the shared state it reads and the scheme it fills.
-struct ThemeContext {
+struct ThemeContext
+{
     MainControls& c;
     config::RunState& run; // themesDir, listType, midRow
     StripLayout& strip;

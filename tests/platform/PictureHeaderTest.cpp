@@ -9,10 +9,22 @@
 namespace ombrel::platform::sdl {
 namespace {
 
-std::string be16(int v) { return { char(v >> 8 & 0xFF), char(v & 0xFF) }; }
-std::string le16(int v) { return { char(v & 0xFF), char(v >> 8 & 0xFF) }; }
-std::string be32(int64_t v) { return be16(int(v >> 16 & 0xFFFF)) + be16(int(v & 0xFFFF)); }
-std::string le32(int64_t v) { return le16(int(v & 0xFFFF)) + le16(int(v >> 16 & 0xFFFF)); }
+std::string be16(int v)
+{
+    return { char(v >> 8 & 0xFF), char(v & 0xFF) };
+}
+std::string le16(int v)
+{
+    return { char(v & 0xFF), char(v >> 8 & 0xFF) };
+}
+std::string be32(int64_t v)
+{
+    return be16(int(v >> 16 & 0xFFFF)) + be16(int(v & 0xFFFF));
+}
+std::string le32(int64_t v)
+{
+    return le16(int(v & 0xFFFF)) + le16(int(v >> 16 & 0xFFFF));
+}
 
 std::string png(int64_t w, int64_t h)
 {
@@ -31,11 +43,15 @@ std::string gif(int w, int h, int frameW, int frameH)
         + "\x21\xFE\x03" + "abc" + std::string(1, '\0') + "\x2C" + le16(0) + le16(0) + le16(frameW)
         + le16(frameH) + std::string(1, '\0');
 }
-std::string bmp(int32_t w, int32_t h) { return "BM" + std::string(12, '\0') + le32(40) + le32(w) + le32(h) + le16(1); }
+std::string bmp(int32_t w, int32_t h)
+{
+    return "BM" + std::string(12, '\0') + le32(40) + le32(w) + le32(h) + le16(1);
+}
 
 TEST(PictureHeaderTest, HeadersOfTheFourFormatsTheirDamageAndTheBounds)
 {
-    struct Row {
+    struct Row
+    {
         const char* name;
         std::string bytes;
         PictureSize size; // {0, 0}: refused

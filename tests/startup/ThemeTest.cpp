@@ -23,18 +23,19 @@ const Scheme kOld { "Old Font", 9, 111, 222, 333 };
 
 TEST(ThemeTest, SchemeFileIsReadValueByValueAndAStopKeepsTheRest)
 {
-    struct Row {
+    struct Row
+    {
         const char* name;
         const char* bytes;
         Scheme expected;
         std::array<int, 5> lines;
-        const char* stop; // a part of the stop message, "" for a whole read
+        const char* stop; // a piece of the stop message, "" for a whole read
     };
     const Row rows[] = {
         { "one line", "Verdana,14,0,16777215,65535\r\n", { "Verdana", 14, 0, 16777215, 65535 },
             { 1, 1, 1, 1, 1 }, "" },
-        { "five lines, blanks", "  Arial Black\n 9.5 \r\n255\r\n65280\n16711680", { "Arial Black", 9.5, 255,
-            65280, 16711680 }, { 1, 2, 3, 4, 5 }, "" },
+        { "five lines, blanks", "  Arial Black\n 9.5 \r\n255\r\n65280\n16711680",
+            { "Arial Black", 9.5, 255, 65280, 16711680 }, { 1, 2, 3, 4, 5 }, "" },
         { "quoted font with a comma", "\"Sans, Bold\",12,1,2,3\r\n", { "Sans, Bold", 12, 1, 2, 3 },
             { 1, 1, 1, 1, 1 }, "" },
         { "short file", "Verdana,14\r\n", { "Verdana", 14, 111, 222, 333 }, { 1, 1, 0, 0, 0 },
@@ -77,11 +78,13 @@ TEST(ThemeTest, CheckReportNamesEachValueItsLineAndTheFontFile)
 browser::ThemeContext themeOf(CabinetFixture& fx)
 {
     auto& cabinet = fx.cabinet();
-    return { fx.main().c, cabinet.run, fx.main().strip, cabinet.saved, fx.files, cabinet.scheme, fx.failures };
+    return { fx.main().c, cabinet.run, fx.main().strip, cabinet.saved, fx.files, cabinet.scheme,
+        fx.failures };
 }
 
 // The browser after a boot with the skin "Skin".
-struct Themed {
+struct Themed
+{
     CabinetFixture fx;
     explicit Themed(const std::optional<std::string>& scheme, CabinetSetup setup = {})
     {
@@ -96,7 +99,8 @@ struct Themed {
 
 TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
 {
-    const uint32_t back = core::rgb(0x12, 0x34, 0x56), list = core::rgb(0, 255, 0), fore = core::rgb(255, 0, 0);
+    const uint32_t back = core::rgb(0x12, 0x34, 0x56), list = core::rgb(0, 255, 0),
+                   fore = core::rgb(255, 0, 0);
     const std::string file = "Verdana,12," + std::to_string(back) + "," + std::to_string(list) + ","
         + std::to_string(fore) + "\r\n";
     // The user's size above 0 wins over the scheme's. Without a scheme (a first load) the colours are

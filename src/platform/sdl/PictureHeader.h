@@ -16,14 +16,16 @@ inline constexpr int64_t kMaxPicturePixels = int64_t { 64 } * 1024 * 1024; // 25
 // Larger files are not read at all; the largest snaps and flyers are a few megabytes.
 inline constexpr int64_t kMaxPictureFileBytes = int64_t { 64 } * 1024 * 1024;
 
-struct PictureSize {
+struct PictureSize
+{
     int64_t width = 0;
     int64_t height = 0;
     bool operator==(const PictureSize&) const = default;
 };
 
 // Why a picture is not decoded: a sentence for the failure log.
-struct PictureRefusal {
+struct PictureRefusal
+{
     std::string why;
 };
 
