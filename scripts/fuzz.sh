@@ -6,6 +6,7 @@
 # Usage: scripts/fuzz.sh [--ci] [SECONDS] [TARGET...]
 #   SECONDS  time per target (default 180)
 #   TARGET   field_reader settings_file settings_check saved_state list_files extras key_map joystick_map
+#            scheme picture_header
 #            (default: all)
 #   --ci     start every target from the seeds alone, as CI does, rather than from the grown corpus
 set -euo pipefail
@@ -15,7 +16,8 @@ main() {
   cd "$(dirname "$0")/.."
   root=$(pwd)
 
-  all=(field_reader settings_file settings_check saved_state list_files extras key_map joystick_map)
+  all=(field_reader settings_file settings_check saved_state list_files extras key_map joystick_map scheme
+    picture_header)
   fresh=0
   if [ "${1:-}" = "--ci" ]; then
     fresh=1

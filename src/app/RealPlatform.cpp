@@ -56,6 +56,17 @@ RealPlatform::RealPlatform(std::string home, bool windowed, const std::string& t
         throw std::runtime_error(std::string("no display to show the cabinet on (SDL video driver \"")
             + (driver ? driver : "") + "\"); start it in a desktop session, or run it with --replay");
     m_events.onExposed = [this] { m_renderer->repaint(); };
+    m_fonts.onUnmatched = [this](const std::string& name) {
+        if (m_failures)
+            m_failures->noteAt("fonts", "no installed font matches \"" + name + "\"; DejaVu Sans stands in");
+    };
+    // Pictures are decoded on the prefetch workers too; the log is the loop's.
+    m_images.onRefused = [this](const std::string& path, const std::string& why) {
+        m_loop.postTask([this, path, why] {
+            if (m_failures)
+                m_failures->noteAt("pictures", path + " is not shown: " + why);
+        });
+    };
     m_loop.setSource(&m_events);
     // While the program waited for a game, keys and clicks gathered in the window's queue (typed before
     // the game's window came up, or sent to the window all the same); none of them is the browser's.

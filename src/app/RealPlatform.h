@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/TracedPower.h"
+#include "core/FailureLog.h"
 #include "platform/Files.h"
 #include "platform/Platform.h"
 #include "platform/linux/LogindPower.h"
@@ -34,6 +35,9 @@ public:
     RealPlatform& operator=(const RealPlatform&) = delete;
 
     platform::Platform& platform() { return *m_platform; }
+    // Where refused pictures and font names no installed font matches are written; null for nowhere.
+    // The log is written on the loop's thread only.
+    void setFailureLog(core::FailureLog* log) { m_failures = log; }
 
 private:
     std::string m_home;
@@ -59,6 +63,7 @@ private:
     platform::linux::LogindPower m_logind;
     TracedPower m_power;
     std::unique_ptr<platform::Platform> m_platform;
+    core::FailureLog* m_failures = nullptr;
 };
 
 } // namespace ombrel::app

@@ -142,9 +142,16 @@ std::optional<std::string> homeFolder(const std::string& given)
     return text;
 }
 
-int runProgram(ombrel::platform::Platform& platform)
+int runProgram(ombrel::app::RealPlatform& real)
 {
+    ombrel::platform::Platform& platform = real.platform();
     auto failures = ombrel::app::cabinetFailureLog(platform.home);
+    real.setFailureLog(&failures);
+    // The log goes before the platform does; a throw must not leave the platform pointing at it.
+    struct Detach {
+        ombrel::app::RealPlatform& real;
+        ~Detach() { real.setFailureLog(nullptr); }
+    } detach { real };
     ombrel::startup::Application app(platform, failures);
     app.start();
     return platform.loop.run();
@@ -200,7 +207,7 @@ int main(int argc, char** argv)
         if (!options.replay.empty())
             return runReplay(options, *home);
         ombrel::app::RealPlatform real(*home, options.windowed, options.trace);
-        return runProgram(real.platform());
+        return runProgram(real);
     } catch (const std::exception& e) {
         std::cerr << "ombrel: " << e.what() << "\n";
         return kStartError;

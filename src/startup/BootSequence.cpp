@@ -4,6 +4,7 @@
 
 #include "browser/PreviewPanels.h"
 #include "browser/SkinLayout.h"
+#include "browser/Theme.h"
 #include "config/SavedState.h"
 #include "config/SettingsFile.h"
 #include "core/PassOver.h"
@@ -50,7 +51,10 @@ void MainForm::Timer1_Timer()
     core::passOver(failures(), [&] { config::OpenINI(m_cabinet.home, settings); }); // 5
     core::passOver(failures(), [&] { return config::openCfg(m_cabinet.homeFile(config::kSavedStateFileName), saved, run.saverCount); }); // 6
     core::passOver(failures(), [&] { browser::setRes(c, run, strip, run.themesDir + saved.curSkin); }); // 7
-    // 8: SetTheme, the skin's colour scheme, joins here with the themes feature.
+    core::passOver(failures(), [&] { // 8
+        browser::SetTheme({ c, run, strip, saved, m_cabinet.platform.files, m_cabinet.scheme, failures() },
+            mpFX.player(), timfx);
+    });
     // 9: ReInitialize of the form scaler joins here with the screen-layout feature.
     core::passOver(failures(), [&] { // 10
         if (settings.scrH == 0) {

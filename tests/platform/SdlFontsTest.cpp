@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -28,11 +29,16 @@ TEST(SdlFonts, NamesResolveToFilesWithFallback)
         { "DejaVu Serif", true, "DejaVuSerif-Bold.ttf" }, { "dejavu sans mono", false, "DejaVuSansMono.ttf" },
         { "No Such Font Anywhere", true, "DejaVuSans-Bold.ttf" }, { "", false, "DejaVuSans.ttf" },
         { "Arial:bold-12", false, "DejaVuSans.ttf" }, // fontconfig syntax in a name is only a name
+        { "MS Sans Serif", false, "DejaVuSans.ttf" }, // the labels' design font: no report
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(fileName(fonts.fontFile(row.name, row.bold)), row.file);
-    }
+    std::vector<std::string> unmatched;
+    fonts.onUnmatched = [&](const std::string& name) { unmatched.push_back(name); };
+    for (int pass = 0; pass < 2; ++pass) // a name is looked up, and reported, once
+        for (const auto& row : rows) {
+            SCOPED_TRACE(row.name);
+            EXPECT_EQ(fileName(fonts.fontFile(row.name, row.bold)), row.file);
+        }
+    EXPECT_EQ(unmatched, (std::vector<std::string> { "No Such Font Anywhere", "Arial:bold-12" }));
 }
 
 TEST(SdlFonts, PointsBecomeWholePixelsAt96Dpi)

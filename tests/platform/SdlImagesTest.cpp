@@ -6,7 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <SDL_image.h>
+
 #include <filesystem>
+#include <fstream>
+#include <vector>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -26,18 +30,50 @@ protected:
     ombrel::test::TempHome home;
 };
 
+// Every file is read and its header checked before the decoder sees it: a tiny file claiming a giant
+// picture never reaches the decoder, on the caller's thread or a worker's. A failure is reported and
+// remembered once, until the file changes.
 TEST_F(SdlImagesTest, BadFilesFailOnceUntilTheyChange)
 {
     home.write("broken.png", "\x89PNG\r\n\x1a\n this is not a picture");
     home.write("empty.png", "");
     std::filesystem::create_directories(home.root() / "folder.png");
-    SdlImages images;
-    for (const char* bad : { "missing.png", "broken.png", "empty.png", "folder.png", "" })
-        EXPECT_FALSE(images.probe(*bad ? home.path() + bad : "")) << bad;
+    // 30000 x 30000 pixels: 3.6 GB if decoded.
+    home.write("giant.png",
+        std::string("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR\0\0\x75\x30\0\0\x75\x30\x08\x06\0\0\0", 29));
+    // A real JPEG cut short: in its header (refused), and in its data (decoded as far as it goes).
+    SurfacePtr surface(SDL_CreateRGBSurfaceWithFormat(0, 64, 64, 32, SDL_PIXELFORMAT_ARGB8888));
+    const std::string whole = home.path() + "whole.jpg";
+    ASSERT_EQ(IMG_SaveJPG(surface.get(), whole.c_str(), 90), 0) << IMG_GetError();
+    std::ifstream in(whole, std::ios::binary);
+    const std::string jpeg((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    home.write("cut.jpg", jpeg.substr(0, 40));
+    home.write("half.jpg", jpeg.substr(0, jpeg.size() / 2));
+
+    SdlImages images(SdlImages::Limits {}, 1);
+    std::vector<std::string> refused;
+    images.onRefused = [&](const std::string& path, const std::string& why) {
+        refused.push_back(std::filesystem::path(path).filename().string() + ": " + why);
+    };
+    images.prefetch(home.path() + "giant.png");
+    images.waitIdle();
+    for (int pass = 0; pass < 2; ++pass)
+        for (const char* bad :
+            { "missing.png", "broken.png", "empty.png", "folder.png", "", "giant.png", "cut.jpg" })
+            EXPECT_FALSE(images.probe(*bad ? home.path() + bad : "")) << bad;
+    EXPECT_EQ(images.decodeCount(), 0);
+    EXPECT_EQ(refused,
+        (std::vector<std::string> {
+            "giant.png: the picture claims 30000 x 30000 pixels; at most 16384 a side and 64 Mpx in all are "
+            "shown",
+            "broken.png: PNG file does not begin with its IHDR chunk",
+            "empty.png: the file is empty",
+            "cut.jpg: JPEG header is cut short",
+        }));
+    images.picture(home.path() + "half.jpg"); // no crash; what it shows is the decoder's business
+    EXPECT_EQ(images.probe(whole), (runtime::PixelSize { 64, 64 }));
     const std::string path = home.path() + "broken.png";
     const int decodes = images.decodeCount();
-    EXPECT_FALSE(images.probe(path));
-    EXPECT_EQ(images.decodeCount(), decodes) << "a failure is remembered";
 
     picture("broken", 8);
     // Make sure the replacement's time differs even on a coarse clock.

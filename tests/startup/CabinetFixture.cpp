@@ -59,7 +59,8 @@ void CabinetFixture::write(const CabinetSetup& setup)
     home.write("gamelist.lst", gameList);
     home.write("ombrel.cfg",
         "\"\\Skin\\\"\r\n" + config::numberText(setup.saverDelay) + "\r\n0\r\n0\r\n1\r\n"
-            + (setup.muted ? "#TRUE#" : "#FALSE#") + "\r\n0\r\n1\r\n0\r\n");
+            + (setup.muted ? "#TRUE#" : "#FALSE#") + "\r\n0\r\n1\r\n"
+            + std::to_string(setup.fontSize) + "\r\n");
     home.write("omthemes/Skin/pop.mp3", "pop");
     home.write("omthemes/Skin/end.mp3", "end");
     if (setup.keyFile)

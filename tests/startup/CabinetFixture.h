@@ -41,6 +41,7 @@ struct CabinetSetup
     int scrollRate = 75;
     double saverDelay = 300;
     bool muted = false;
+    int fontSize = 0; // the user's font size; 0 keeps the skin's
     bool keyFile = true; // the cabinet's key map; false: no key map at all
     std::vector<int> listSizes { 100, 3, 3, 3 }; // games of the lists 1, 2, 3...
     std::function<void(IniSample&)> ini = nullptr; // changes to ombrel.ini

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
+#include <string_view>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -27,6 +28,17 @@ bool isFile(const std::string& path)
 {
     std::error_code ec;
     return !path.empty() && std::filesystem::is_regular_file(path, ec);
+}
+
+// Names that DejaVu Sans answers by right: no font is missing when they get it. "MS Sans Serif" is
+// the design font of every label, which no Linux machine has; DejaVu Sans is meant to stand in for it.
+bool isGenericOrFallback(const std::string& name)
+{
+    std::string lower;
+    for (char ch : name)
+        lower += static_cast<char>(ch >= 'A' && ch <= 'Z' ? ch - 'A' + 'a' : ch);
+    return lower.empty() || lower == "dejavu sans" || lower == "sans-serif" || lower == "sans"
+        || lower == "ms sans serif";
 }
 
 } // namespace
@@ -65,6 +77,7 @@ std::string SdlFonts::fontFile(const std::string& name, bool bold)
         return it->second;
 
     std::string file;
+    bool standIn = false; // the name found nothing and DejaVu Sans stands in for it
     if (m_config) {
         PatternPtr pattern(FcPatternCreate());
         const auto* family = reinterpret_cast<const FcChar8*>(name.c_str());
@@ -84,9 +97,18 @@ std::string SdlFonts::fontFile(const std::string& name, bool bold)
         if (match && result == FcResultMatch
             && FcPatternGetString(match.get(), FC_FILE, 0, &path) == FcResultMatch && path)
             file = reinterpret_cast<const char*>(path);
+        FcChar8* found = nullptr;
+        if (file.empty()
+            || (match && FcPatternGetString(match.get(), FC_FAMILY, 0, &found) == FcResultMatch && found
+                && reinterpret_cast<const char*>(found) == std::string_view(kFallbackFamily)))
+            standIn = !isGenericOrFallback(name);
     }
-    if (!isFile(file))
+    if (!isFile(file)) {
         file = bold ? kFallbackBold : kFallbackRegular;
+        standIn = !isGenericOrFallback(name);
+    }
+    if (standIn && onUnmatched)
+        onUnmatched(name);
     m_files.emplace(key, file);
     return file;
 }

@@ -4,6 +4,7 @@
 #include "platform/Fonts.h"
 #include "platform/sdl/SdlHandles.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -31,6 +32,11 @@ public:
     // One line of text in the colour (blue*65536+green*256+red), on a transparent background. Null for
     // empty text or when no font can be opened.
     SurfacePtr renderLine(const runtime::FontSpec& font, std::string_view utf8, uint32_t colour);
+
+    // Called once per name and weight that no installed font matches, so DejaVu Sans stands in for it:
+    // a skin that names a font the cabinet lacks is drawn all the same, and its owner is told why it
+    // looks different.
+    std::function<void(const std::string& name)> onUnmatched;
 
     // The file that a font name and weight resolve to.
     std::string fontFile(const std::string& name, bool bold);

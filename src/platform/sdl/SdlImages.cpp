@@ -1,9 +1,13 @@
 // SdlImages: the picture cache, its staleness check and the prefetch workers.
 #include "platform/sdl/SdlImages.h"
 
+#include "platform/sdl/PictureHeader.h"
+
 #include <SDL_image.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 
 namespace ombrel::platform::sdl {
 
@@ -51,13 +55,39 @@ SdlImages::Stamp SdlImages::stampOf(const std::string& path)
     return stamp;
 }
 
-SharedSurface SdlImages::decode(const std::string& path)
+namespace {
+
+    // The file's bytes, or why the picture is not decoded. The header's claim is checked before the
+    // decoder sees the file, so a tiny file claiming a giant picture costs its few bytes.
+    std::string readChecked(const std::string& path, uintmax_t size, std::string& bytes)
+    {
+        if (size > static_cast<uintmax_t>(kMaxPictureFileBytes))
+            return "the file is larger than " + std::to_string(kMaxPictureFileBytes >> 20) + " MB";
+        std::ifstream in(path, std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        if (!in.good() && !in.eof())
+            return "the file cannot be read";
+        auto checked = checkPicture(bytes);
+        if (auto* refusal = std::get_if<PictureRefusal>(&checked))
+            return refusal->why;
+        return std::string();
+    }
+
+} // namespace
+
+SharedSurface SdlImages::decode(const std::string& path, const Stamp& stamp)
 {
+    std::string bytes;
+    if (std::string why = readChecked(path, stamp.size, bytes); !why.empty()) {
+        if (onRefused)
+            onRefused(path, why);
+        return nullptr;
+    }
     {
         std::lock_guard lock(m_mutex);
         ++m_decodes;
     }
-    SurfacePtr loaded(IMG_Load(path.c_str()));
+    SurfacePtr loaded(IMG_Load_RW(SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size())), 1));
     if (!loaded)
         return nullptr;
     // One pixel format for every picture makes textures quick to build on the loop's thread.
@@ -144,7 +174,7 @@ SharedSurface SdlImages::picture(const std::string& path)
     if (lookup(lock, path, stamp, surface))
         return surface;
     lock.unlock();
-    surface = stamp.exists ? decode(path) : nullptr;
+    surface = stamp.exists ? decode(path, stamp) : nullptr;
     lock.lock();
     store(path, stamp, surface);
     return surface;
@@ -189,7 +219,7 @@ void SdlImages::workerLoop()
         SharedSurface surface;
         if (!lookup(lock, path, stamp, surface)) {
             lock.unlock();
-            surface = stamp.exists ? decode(path) : nullptr;
+            surface = stamp.exists ? decode(path, stamp) : nullptr;
             lock.lock();
             store(path, stamp, std::move(surface));
         }

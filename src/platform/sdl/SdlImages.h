@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <list>
 #include <mutex>
 #include <optional>
@@ -18,7 +19,10 @@
 
 namespace ombrel::platform::sdl {
 
-// Decoded pictures by path, least recently used ones dropped past a size or a count. A file that
+// Decoded pictures by path, least recently used ones dropped past a size or a count. Every file is
+// read once into memory and its header checked before it is decoded: a picture that claims more
+// pixels than PictureHeader's bounds, or whose header is not one of the four formats, is refused
+// without allocating its pixels, and said once through onRefused. A file that
 // cannot be decoded is remembered as such until it changes on disk, so a missing snap costs one
 // failed decode, not one per step of the selection. prefetch() queues a decode for the worker
 // threads; probe() and picture() decode at once on the calling thread unless a worker is already at
@@ -42,10 +46,15 @@ public:
     std::optional<runtime::PixelSize> probe(const std::string& path) override;
     void prefetch(const std::string& path) override;
 
+    // Called with the path and the reason when a picture is refused before decoding. NOTE: it runs on
+    // the decoding thread, a prefetch worker included; set it before the first picture is asked for.
+    std::function<void(const std::string& path, const std::string& why)> onRefused;
+
     // The decoded picture (32-bit ARGB), or null when the file cannot be decoded.
     SharedSurface picture(const std::string& path);
 
-    // For tests: how many files were decoded so far, and how many pictures the cache holds.
+    // For tests: how many files were handed to the decoder so far (a refused one is not), and how many
+    // pictures the cache holds.
     int decodeCount() const;
     size_t cachedCount() const;
     // For tests: returns once the prefetch queue is empty and no worker is decoding.
@@ -70,7 +79,7 @@ private:
     };
 
     static Stamp stampOf(const std::string& path);
-    SharedSurface decode(const std::string& path);
+    SharedSurface decode(const std::string& path, const Stamp& stamp);
     // Under the lock: the fresh entry for path, waiting for a decode in flight; false when the
     // caller must decode (an entry marked decoding was then made for it).
     bool lookup(
