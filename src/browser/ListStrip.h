@@ -3,7 +3,7 @@
 #pragma once
 
 #include "browser/MainControls.h"
-#include "browser/Theme.h"
+#include "browser/Scheme.h"
 #include "config/RunState.h"
 
 #include <cstdint>

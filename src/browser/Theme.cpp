@@ -151,7 +151,7 @@ void setScheme(const ThemeContext& ctx)
         c.xFlyer.setBackColor(scheme.schemeBack);
         c.xCabinet.setBackColor(scheme.schemeBack);
     });
-    step([&] { SetListSize(c, ctx.run, ctx.strip); });
+    step([&] { SetListSize(c, ctx.run, ctx.strip, ctx.scheme); });
     if (ctx.run.listType != "list" && !ctx.run.listType.empty()) {
         // The picture strip draws its own cells; the text rows stay hidden and untouched.
         step([&] { c.ll(0).setVisible(false); });

@@ -4,6 +4,7 @@
 
 #include "browser/ListStrip.h"
 #include "browser/MainControls.h"
+#include "browser/Scheme.h"
 #include "config/RunState.h"
 #include "config/SavedState.h"
 
@@ -28,21 +29,6 @@ class Timer;
 namespace ombrel::browser {
 
 inline constexpr const char* kSchemeFileName = "scheme.cfg";
-
-// The five values of scheme.cfg. Before any skin has been read they are empty: colours 0 (black),
-// size 0 (which a label refuses, so it keeps its design size) and no font name. A read that stops
-// early leaves the values it did not reach as they were, so a rebuilt browser keeps the last skin's.
-// Colours are blue*65536 + green*256 + red.
-struct Scheme
-{
-    std::string schemeFont; // font name
-    double schemeSize = 0; // points
-    uint32_t schemeBack = 0; // the forms' background, and the middle row's text in a built strip
-    uint32_t schemeList = 0; // the list's text
-    uint32_t schemeFore = 0; // captions, the selection and its pulse
-
-    bool operator==(const Scheme&) const = default;
-};
 
 // Where each value of the last read came from: the 1-based line of the file, 0 for a value the read
 // did not reach. stop says why the read ended early; empty when all five were taken.

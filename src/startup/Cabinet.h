@@ -2,7 +2,7 @@
 // owner's settings, the saved state, the run state, the game lists, the key map, and the platform.
 #pragma once
 
-#include "browser/Theme.h"
+#include "browser/Scheme.h"
 #include "catalogue/Catalogue.h"
 #include "config/RunState.h"
 #include "config/SavedState.h"
