@@ -155,6 +155,16 @@ void Form::setMaximised(bool on)
     resized(w, h);
 }
 
+void Form::setMinimised(bool on)
+{
+    if (m_minimised == on)
+        return;
+    m_minimised = on;
+    changed();
+    if (m_loaded)
+        Form_Resize();
+}
+
 PixelRect Form::pixelRect() const
 {
     if (m_maximised) {
@@ -320,7 +330,7 @@ Timer* Form::findTimer(std::string_view name) const
 
 void Form::paint(DrawList& out) const
 {
-    if (!m_loaded || !m_visible)
+    if (!m_loaded || !m_visible || m_minimised)
         return;
     PixelRect area = pixelRect();
     DrawCommand fill;

@@ -1,0 +1,74 @@
+// The skin through a whole boot: the skin's layout spread over the screen by the form scaler, a skin
+// that cannot be read, and taking the screen down at the end of the program.
+#include "CabinetFixture.h"
+
+#include "core/VbMath.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace ombrel::test {
+namespace {
+
+// Panels, strip, cell, path, navigation, gap, alignment, logo (top, left, height, width) and flags.
+const char* const kSkin = "1152,2856,1848,1332\r\n#TRUE#\r\n720,120,2124,2880\r\n#FALSE#\r\n"
+                          "696,5424,2124,2880\r\n#TRUE#\r\n348,2748,2040,504\r\n#FALSE#\r\n3960,120,7428,1632\r\n"
+                          "2\r\nlist\r\n1812,1572\r\n12,3504\r\n#TRUE#\r\n3720,3366\r\n#TRUE#\r\n60\r\n1\r\n"
+                          "2640,3360,1092,1452\r\n#TRUE#\r\n";
+
+// The fake desktop is 640 by 480 pixels, 9600 by 7200 twips: the design form grows by 1.25 each way.
+TEST(SkinBootTest, TheSkinsLayoutIsSpreadOverTheScreen)
+{
+    CabinetFixture fx;
+    fx.boot({ .skin = kSkin });
+    auto& c = fx.main().c;
+    EXPECT_EQ(fx.main().width(), 9600);
+    auto expectBox = [](const runtime::Control& control, double left, double top, double width, double height) {
+        SCOPED_TRACE(control.fullName());
+        EXPECT_DOUBLE_EQ(control.left(), left * 1.25);
+        EXPECT_DOUBLE_EQ(control.top(), top * 1.25);
+        EXPECT_DOUBLE_EQ(control.width(), width * 1.25);
+        EXPECT_DOUBLE_EQ(control.height(), height * 1.25);
+    };
+    expectBox(c.xScreen, 2856, 1152, 1848, 1332);
+    expectBox(c.xFlyer, 5424, 696, 2124, 2880);
+    expectBox(c.Shape1, 120, 3960, 7428, 1632);
+    expectBox(c.xlogo, 3360, 2640, 1452, 1092);
+    expectBox(c.picf, 123, 723, 12, 12);
+    EXPECT_DOUBLE_EQ(c.lblNav(1).left(), (3366 + 204) * 1.25);
+    EXPECT_DOUBLE_EQ(c.lblNav(1).top(), 3720 * 1.25);
+    EXPECT_TRUE(c.lblNav(4).visible());
+    EXPECT_TRUE(c.lblPath.visible());
+    EXPECT_EQ(fx.main().strip.stripGap, 75);
+    EXPECT_EQ(fx.main().strip.listCols, 2);
+    EXPECT_EQ(fx.failureEcho.str().find("skin.ini"), std::string::npos) << fx.failureEcho.str();
+}
+
+// Without skin.ini everything stands at 0 with no size and the owner reads why once; the exit takes the
+// screen down and lets the start-up form bring the browser back, as a change of skin would.
+TEST(SkinBootTest, AMissingSkinAndTheScreenTakenDown)
+{
+    CabinetFixture fx;
+    fx.boot({ .muted = true, .skin = "" });
+    auto& c = fx.main().c;
+    EXPECT_EQ(c.Shape1.width(), 0);
+    EXPECT_EQ(c.xScreen.left(), 0);
+    EXPECT_FALSE(c.lblPath.visible());
+    EXPECT_FALSE(c.lblNav(0).visible());
+    const std::string log = fx.failureEcho.str();
+    const std::string cause = "omthemes/Skin/skin.ini cannot be opened";
+    EXPECT_NE(log.find(cause), std::string::npos) << log;
+    EXPECT_EQ(log.find(cause, log.find(cause) + 1), std::string::npos) << log;
+
+    fx.tap(vk::kEsc);
+    fx.mark();
+    fx.runFor(1000);
+    EXPECT_FALSE(fx.forms().existing("Main") && fx.forms().existing("Main")->loaded());
+    EXPECT_TRUE(fx.forms().form("blanker").findTimer("timexit")->enabled());
+    EXPECT_FALSE(fx.cabinet().run.showLogo);
+    EXPECT_EQ(fx.trace.lines.back(), "program end");
+}
+
+} // namespace
+} // namespace ombrel::test
