@@ -13,6 +13,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <tuple>
 
 namespace ombrel::test {
 namespace {
@@ -24,29 +25,29 @@ Box boxOf(const runtime::Control& control)
     return { control.left(), control.top(), control.width(), control.height() };
 }
 
-// A control of the line kind: two ends instead of a box.
+// A control of the line kind: two ends, X1, Y1, X2 and Y2, besides its box.
 class Line final : public runtime::Control {
 public:
     using Control::Control;
     void paint(runtime::DrawList&, int, int, const runtime::PixelRect&) const override { }
     std::optional<runtime::PropertyValue> propertyByName(std::string_view name) const override
     {
-        for (size_t i = 0; i < 4; ++i)
-            if (name == kNames[i])
-                return ends[i];
+        if (double* end = at(name))
+            return *end;
         return Control::propertyByName(name);
     }
     bool setPropertyByName(std::string_view name, const runtime::PropertyValue& value) override
     {
-        for (size_t i = 0; i < 4; ++i)
-            if (name == kNames[i] && std::holds_alternative<double>(value)) {
-                ends[i] = std::get<double>(value);
-                return true;
-            }
+        if (double* end = at(name))
+            return (*end = std::get<double>(value), true);
         return Control::setPropertyByName(name, value);
     }
-    static constexpr const char* kNames[4] = { "X1", "Y1", "X2", "Y2" };
-    std::array<double, 4> ends {};
+    double* at(std::string_view name) const
+    {
+        const size_t i = std::string_view("X1Y1X2Y2").find(name);
+        return name.size() == 2 && i % 2 == 0 && i < 8 ? &ends[i / 2] : nullptr;
+    }
+    mutable std::array<double, 4> ends {};
 };
 
 class FormResizeTest : public ::testing::Test {
@@ -77,23 +78,28 @@ protected:
 };
 
 // 1280 by 1024 pixels from the 7680 by 5760 design: ratios 2.5 and 8/3. The saved values are whole
-// numbers, rounded half to even, so a half-twip position scales from its even neighbour.
-TEST_F(FormResizeTest, ScalesFromWholeNumbersSavedAtTheDesignSize)
+// numbers, rounded half to even, so a half-twip position scales from its even neighbour. The tag, taken
+// in upper case and only when it begins with "@", picks the values scaled.
+TEST_F(FormResizeTest, ScalesWholeNumbersSavedAtTheDesignSizeAsTheTagsSay)
 {
-    const std::pair<Box, Box> rows[] = {
-        { { 2856, 1152, 1848, 1332 }, { 7140, 3072, 4620, 3552 } },
-        { { 100.5, 4.5, 101.5, 7 }, { 250, 4 * 8.0 / 3, 255, 7 * 8.0 / 3 } },
-        { { -2.5, -1.5, 0.4, 0.6 }, { -5, -2 * 8.0 / 3, 0, 8.0 / 3 } },
+    const std::tuple<const char*, Box, Box> rows[] = {
+        { "", { 2856, 1152, 1848, 1332 }, { 7140, 3072, 4620, 3552 } },
+        { "", { 100.5, 4.5, 101.5, 7 }, { 250, 4 * 8.0 / 3, 255, 7 * 8.0 / 3 } },
+        { "", { -2.5, -1.5, 0.4, 0.6 }, { -5, -2 * 8.0 / 3, 0, 8.0 / 3 } },
+        { "@lw", { 300, 600, 900, 1200 }, { 750, 600, 2250, 1200 } },
+        { "x@H", { 300, 600, 900, 1200 }, { 750, 1600, 2250, 3200 } },
+        { "@", { 300, 600, 900, 1200 }, { 300, 600, 900, 1200 } },
+        { "@;T;;", { 300, 600, 900, 1200 }, { 300, 1600, 900, 1200 } },
     };
     std::vector<runtime::PictureControl*> controls;
-    for (const auto& [design, scaled] : rows)
-        controls.push_back(&add<runtime::PictureControl>("p", design));
+    for (const auto& [tag, design, scaled] : rows)
+        controls.push_back(&add<runtime::PictureControl>("p", design, tag));
     scaler.ScaleControls(); // the first call only takes stock
-    EXPECT_EQ(boxOf(*controls[1]), rows[1].first);
+    EXPECT_EQ(boxOf(*controls[1]), std::get<1>(rows[1]));
     resize(19200, 15360);
     for (size_t i = 0; i < controls.size(); ++i)
         for (size_t side = 0; side < 4; ++side)
-            EXPECT_DOUBLE_EQ(boxOf(*controls[i])[side], rows[i].second[side]) << i << " " << side;
+            EXPECT_DOUBLE_EQ(boxOf(*controls[i])[side], std::get<2>(rows[i])[side]) << i << " " << side;
 
     scaler.SizeFormToScreen(33); // of 640 by 480 pixels: the whole part of 3168 and 2376 twips
     EXPECT_EQ(form.width(), 3168);
@@ -127,26 +133,6 @@ TEST_F(FormResizeTest, ScalingAndBackLandsExactly)
     scaler.ReInitialize(); // now at twice the design size
     resize(7680, 5760);
     EXPECT_EQ(boxOf(odd), (Box { 333, 777, 1001, 99 }));
-}
-
-TEST_F(FormResizeTest, TagsChooseWhatIsScaled)
-{
-    const std::pair<const char*, Box> rows[] = {
-        { "", { 200, 400, 600, 800 } },
-        { "@T,H,L,W", { 200, 400, 600, 800 } },
-        { "@lw", { 200, 200, 600, 400 } }, // taken in upper case
-        { "x@H", { 200, 400, 600, 800 } }, // no "@" first: the full default
-        { "TW", { 200, 400, 600, 800 } },
-        { "@", { 100, 200, 300, 400 } },
-        { "@;T;;", { 100, 400, 300, 400 } },
-    };
-    std::vector<runtime::PictureControl*> controls;
-    for (const auto& [tag, scaled] : rows)
-        controls.push_back(&add<runtime::PictureControl>("p", { 100, 200, 300, 400 }, tag));
-    scaler.ReInitialize();
-    resize(15360, 11520);
-    for (size_t i = 0; i < controls.size(); ++i)
-        EXPECT_EQ(boxOf(*controls[i]), rows[i].second) << rows[i].first;
 }
 
 // Fonts do not scale: a text box made lower than its text (195 twips in the form's font) grows to 1.2
