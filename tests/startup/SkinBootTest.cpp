@@ -2,10 +2,11 @@
 // that cannot be read, and taking the screen down at the end of the program.
 #include "CabinetFixture.h"
 
-#include "core/VbMath.h"
+#include "browser/SkinLayout.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace ombrel::test {
@@ -40,6 +41,17 @@ TEST(SkinBootTest, TheSkinsLayoutIsSpreadOverTheScreen)
     EXPECT_EQ(fx.main().strip.stripGap, 75);
     EXPECT_EQ(fx.main().strip.listCols, 2);
     EXPECT_EQ(fx.failureEcho.str().find("skin.ini"), std::string::npos) << fx.failureEcho.str();
+
+    // Taken down for a new skin that has no skin.ini, the browser comes back 2000 ms later where the last
+    // skin put it.
+    std::filesystem::remove(fx.home.root() / "omthemes/Skin/skin.ini");
+    browser::KillDisplay(c, fx.cabinet().run);
+    fx.runFor(1999);
+    EXPECT_FALSE(fx.showing("Main"));
+    fx.runFor(100);
+    ASSERT_TRUE(fx.showing("Main"));
+    expectBox(fx.main().c.xScreen, 2856, 1152, 1848, 1332);
+    EXPECT_NE(fx.failureEcho.str().find("skin.ini cannot be opened"), std::string::npos);
 }
 
 // Without skin.ini everything stands at 0 with no size and the owner reads why once; the exit takes the
