@@ -28,7 +28,10 @@ config::RunState heldState()
     return run;
 }
 
-bool finitePosition(double value) { return std::isfinite(value) && std::fabs(value) <= FLT_MAX; }
+bool finitePosition(double value)
+{
+    return std::isfinite(value) && std::fabs(value) <= FLT_MAX;
+}
 
 } // namespace
 
@@ -38,12 +41,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     config::RunState fresh;
     const browser::SkinRead first = browser::readSkin(bytes, fresh);
     fuzzCheck(first.values.size() + first.unread.size() == 41, "a value neither read nor left unread");
-    fuzzCheck(first.failure.empty() == first.unread.empty(), "values unread without a reason, or the reverse");
+    fuzzCheck(
+        first.failure.empty() == first.unread.empty(), "values unread without a reason, or the reverse");
     const config::SkinValues& s = fresh.skin;
     for (const config::SkinBox& box : { s.xScreen, s.xCabinet, s.xFlyer, s.xMarquee, s.Shape1, s.xlogo })
         for (double value : { box.top, box.left, box.width, box.height })
             fuzzCheck(finitePosition(value), "a position that no control can take");
-    for (double value : { s.xlistWidth, s.xlistHeight, s.lblPathTop, s.lblPathLeft, s.lblNavTop, s.lblNavLeft })
+    for (double value :
+        { s.xlistWidth, s.xlistHeight, s.lblPathTop, s.lblPathLeft, s.lblNavTop, s.lblNavLeft })
         fuzzCheck(finitePosition(value), "a position that no control can take");
 
     // Over another skin's values the file reads the same, and a file read in full leaves nothing of them.
@@ -52,10 +57,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     fuzzCheck(again.values.size() == first.values.size() && again.failure == first.failure,
         "the same file read differently over other values");
     for (size_t i = 0; i < first.values.size(); ++i)
-        fuzzCheck(again.values[i].text == first.values[i].text && again.values[i].fileLine == first.values[i].fileLine,
+        fuzzCheck(again.values[i].text == first.values[i].text
+                && again.values[i].fileLine == first.values[i].fileLine,
             "a value read differently over other values");
     if (first.failure.empty())
-        fuzzCheck(held.skin == fresh.skin && held.listType == fresh.listType && held.showLogo == fresh.showLogo,
+        fuzzCheck(
+            held.skin == fresh.skin && held.listType == fresh.listType && held.showLogo == fresh.showLogo,
             "a complete read left a value of the skin before");
     else if (first.values.size() <= 36) // the logo's four values are the 37th to the 40th
         fuzzCheck(held.skin.xlogo == heldState().skin.xlogo && held.showLogo,

@@ -17,55 +17,62 @@ namespace ombrel::browser {
 
 namespace {
 
-    // Which of a control's four values its tag lets scale.
-    struct Sides {
-        bool top = true;
-        bool height = true;
-        bool left = true;
-        bool width = true;
+// Which of a control's four values its tag lets scale.
+struct Sides
+{
+    bool top = true;
+    bool height = true;
+    bool left = true;
+    bool width = true;
+};
+
+Sides sidesOf(std::string_view tag)
+{
+    if (tag.empty() || tag.front() != '@')
+        return {};
+    auto has = [tag](char letter) {
+        for (char c : tag)
+            if (c == letter || c == letter - 'A' + 'a')
+                return true;
+        return false;
     };
+    return { has('T'), has('H'), has('L'), has('W') };
+}
 
-    Sides sidesOf(std::string_view tag)
-    {
-        if (tag.empty() || tag.front() != '@')
-            return {};
-        auto has = [tag](char letter) {
-            for (char c : tag)
-                if (c == letter || c == letter - 'A' + 'a')
-                    return true;
-            return false;
-        };
-        return { has('T'), has('H'), has('L'), has('W') };
-    }
+std::optional<double> numberOf(const runtime::Control& control, std::string_view name)
+{
+    auto value = control.propertyByName(name);
+    if (const double* number = value ? std::get_if<double>(&*value) : nullptr)
+        return *number;
+    return std::nullopt;
+}
 
-    std::optional<double> numberOf(const runtime::Control& control, std::string_view name)
-    {
-        auto value = control.propertyByName(name);
-        if (const double* number = value ? std::get_if<double>(&*value) : nullptr)
-            return *number;
-        return std::nullopt;
-    }
+std::optional<std::string> textOf(const runtime::Control& control, std::string_view name)
+{
+    auto value = control.propertyByName(name);
+    if (const std::string* text = value ? std::get_if<std::string>(&*value) : nullptr)
+        return *text;
+    return std::nullopt;
+}
 
-    std::optional<std::string> textOf(const runtime::Control& control, std::string_view name)
-    {
-        auto value = control.propertyByName(name);
-        if (const std::string* text = value ? std::get_if<std::string>(&*value) : nullptr)
-            return *text;
-        return std::nullopt;
-    }
-
-    // A position kept as a whole number; one the control cannot give, or too large to keep, is 0.
-    int32_t wholeOf(const runtime::Control& control, std::string_view name)
-    {
-        auto number = numberOf(control, name);
-        return number ? core::toLong(*number).value_or(0) : 0;
-    }
+// A position kept as a whole number; one the control cannot give, or too large to keep, is 0.
+int32_t wholeOf(const runtime::Control& control, std::string_view name)
+{
+    auto number = numberOf(control, name);
+    return number ? core::toLong(*number).value_or(0) : 0;
+}
 
 } // namespace
 
-void clsFormResize::setSourceForm(runtime::Form& form) { m_sourceForm = &form; }
+void clsFormResize::setSourceForm(runtime::Form& form)
+{
+    m_sourceForm = &form;
+}
 
-void clsFormResize::ReInitialize() { SaveProportions(); }
+void clsFormResize::ReInitialize()
+{
+    SaveProportions();
+}
 
 void clsFormResize::SaveProportions()
 {

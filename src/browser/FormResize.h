@@ -18,7 +18,8 @@ namespace ombrel::browser {
 // A control's Tag may say what is scaled: taken in upper case, a tag beginning with "@" scales Top,
 // Height, Left and Width for each of the letters T, H, L and W it holds anywhere; "@" alone holds the
 // control still. An empty tag, or one without the "@", scales all four.
-class clsFormResize {
+class clsFormResize
+{
 public:
     runtime::Form* SourceForm() const { return m_sourceForm; }
     // Set once by the owner after creating the scaler.
@@ -34,7 +35,8 @@ public:
 
 private:
     // One control as it stood when the proportions were saved; for a line, its two ends.
-    struct ctlRect {
+    struct ctlRect
+    {
         runtime::Control* ctl = nullptr;
         int32_t left = 0; // X1 of a line
         int32_t top = 0; // Y1

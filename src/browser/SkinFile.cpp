@@ -14,95 +14,97 @@ namespace ombrel::browser {
 
 namespace {
 
-    // Takes the file's values one after another. After the first failure the file counts as closed:
-    // every later value is left as it was and only noted as unread.
-    class SkinReading {
-    public:
-        explicit SkinReading(core::FieldReader* file)
-            : m_file(file)
-        {
-            if (!m_file)
-                m_result.failure = std::string(kSkinFileName) + " cannot be opened";
+// Takes the file's values one after another. After the first failure the file counts as closed:
+// every later value is left as it was and only noted as unread.
+class SkinReading
+{
+public:
+    explicit SkinReading(core::FieldReader* file)
+        : m_file(file)
+    {
+        if (!m_file)
+            m_result.failure = std::string(kSkinFileName) + " cannot be opened";
+    }
+
+    void number(const char* name, int line, double& value)
+    {
+        take(name, line, [&] {
+            const double read = m_file->readNumber();
+            // The positions are single-precision numbers; a larger one is no position.
+            if (!std::isfinite(read) || std::fabs(read) > FLT_MAX)
+                throw core::ReadError("the number is too large", m_file->fieldLine());
+            value = read;
+            return config::numberText(read);
+        });
+    }
+
+    void box(const char* top, const char* left, const char* width, const char* height, int line,
+        config::SkinBox& value)
+    {
+        number(top, line, value.top);
+        number(left, line, value.left);
+        number(width, line, value.width);
+        number(height, line, value.height);
+    }
+
+    // A whole number; with mayBeEmpty, an empty field is 0.
+    void whole(const char* name, int line, int& value, bool mayBeEmpty = false)
+    {
+        take(name, line, [&] {
+            const std::string field = core::trimmed(m_file->readField());
+            std::optional<double> number = field.empty() && mayBeEmpty ? 0.0 : core::parseNumber(field);
+            if (!number)
+                throw core::ReadError("\"" + field + "\" is not a number", m_file->fieldLine());
+            std::optional<int16_t> integer = core::toInteger(*number);
+            if (!integer)
+                throw core::ReadError(
+                    "\"" + field + "\" is not between -32768 and 32767", m_file->fieldLine());
+            value = *integer;
+            return std::to_string(value);
+        });
+    }
+
+    void flag(const char* name, int line, bool& value)
+    {
+        take(name, line, [&] {
+            value = m_file->readBool();
+            return std::string(value ? "#TRUE#" : "#FALSE#");
+        });
+    }
+
+    void text(const char* name, int line, std::string& value)
+    {
+        take(name, line, [&] {
+            value = m_file->readField();
+            return "\"" + value + "\"";
+        });
+    }
+
+    SkinRead result() && { return std::move(m_result); }
+
+private:
+    template <class Read> void take(const char* name, int line, Read read)
+    {
+        if (!m_result.failure.empty()) {
+            m_result.unread.push_back(name);
+            return;
         }
-
-        void number(const char* name, int line, double& value)
-        {
-            take(name, line, [&] {
-                const double read = m_file->readNumber();
-                // The positions are single-precision numbers; a larger one is no position.
-                if (!std::isfinite(read) || std::fabs(read) > FLT_MAX)
-                    throw core::ReadError("the number is too large", m_file->fieldLine());
-                value = read;
-                return config::numberText(read);
-            });
+        const int startLine = m_file->line();
+        try {
+            if (m_file->atEnd())
+                throw core::ReadError("the file ends before it", startLine);
+            std::string shown = read();
+            m_result.values.push_back({ name, line, m_file->fieldLine(), std::move(shown) });
+        } catch (const core::ReadError& error) {
+            m_result.failure = std::string(kSkinFileName) + " line " + std::to_string(error.line()) + ": "
+                + name + ": " + error.what();
+            m_result.unread.push_back(name);
         }
+    }
 
-        void box(const char* top, const char* left, const char* width, const char* height, int line,
-            config::SkinBox& value)
-        {
-            number(top, line, value.top);
-            number(left, line, value.left);
-            number(width, line, value.width);
-            number(height, line, value.height);
-        }
-
-        // A whole number; with mayBeEmpty, an empty field is 0.
-        void whole(const char* name, int line, int& value, bool mayBeEmpty = false)
-        {
-            take(name, line, [&] {
-                const std::string field = core::trimmed(m_file->readField());
-                std::optional<double> number = field.empty() && mayBeEmpty ? 0.0 : core::parseNumber(field);
-                if (!number)
-                    throw core::ReadError("\"" + field + "\" is not a number", m_file->fieldLine());
-                std::optional<int16_t> integer = core::toInteger(*number);
-                if (!integer)
-                    throw core::ReadError("\"" + field + "\" is not between -32768 and 32767", m_file->fieldLine());
-                value = *integer;
-                return std::to_string(value);
-            });
-        }
-
-        void flag(const char* name, int line, bool& value)
-        {
-            take(name, line, [&] {
-                value = m_file->readBool();
-                return std::string(value ? "#TRUE#" : "#FALSE#");
-            });
-        }
-
-        void text(const char* name, int line, std::string& value)
-        {
-            take(name, line, [&] {
-                value = m_file->readField();
-                return "\"" + value + "\"";
-            });
-        }
-
-        SkinRead result() && { return std::move(m_result); }
-
-    private:
-        template <class Read> void take(const char* name, int line, Read read)
-        {
-            if (!m_result.failure.empty()) {
-                m_result.unread.push_back(name);
-                return;
-            }
-            const int startLine = m_file->line();
-            try {
-                if (m_file->atEnd())
-                    throw core::ReadError("the file ends before it", startLine);
-                std::string shown = read();
-                m_result.values.push_back({ name, line, m_file->fieldLine(), std::move(shown) });
-            } catch (const core::ReadError& error) {
-                m_result.failure = std::string(kSkinFileName) + " line " + std::to_string(error.line()) + ": "
-                    + name + ": " + error.what();
-                m_result.unread.push_back(name);
-            }
-        }
-
-        core::FieldReader* m_file;
-        SkinRead m_result;
-    };
+    core::FieldReader* m_file;
+    SkinRead m_result;
+};
 
 } // namespace
 

@@ -16,7 +16,8 @@ namespace ombrel::browser {
 inline constexpr const char* kSkinFileName = "skin.ini";
 
 // One value of the file as it was read.
-struct SkinValueRead {
+struct SkinValueRead
+{
     const char* name; // "xScreen.Top", "showSnap", as the program knows it
     int layoutLine; // the line of skin.ini where the value belongs
     int fileLine; // the line it came from; they differ when a comma or a missing line shifts the values
@@ -24,7 +25,8 @@ struct SkinValueRead {
 };
 
 // What a reading of skin.ini took, and why it stopped if it did.
-struct SkinRead {
+struct SkinRead
+{
     std::vector<SkinValueRead> values; // in the file's order
     std::vector<const char*> unread; // names of the values the file did not give
     std::string failure; // empty when every value was read

@@ -16,34 +16,34 @@ namespace ombrel::browser {
 
 namespace {
 
-    void place(runtime::Control& control, const config::SkinBox& box)
-    {
-        control.setWidth(box.width);
-        control.setHeight(box.height);
-        control.setTop(box.top);
-        control.setLeft(box.left);
-    }
+void place(runtime::Control& control, const config::SkinBox& box)
+{
+    control.setWidth(box.width);
+    control.setHeight(box.height);
+    control.setTop(box.top);
+    control.setLeft(box.left);
+}
 
-    // Why the skin could not be read in full, for the failure log.
-    std::string whyNotRead(platform::Files& files, const std::string& skinFolder, const SkinRead& read,
-        bool opened)
-    {
-        if (read.failure.empty())
-            return {};
-        const std::string kept = "; the layout keeps the values held so far";
-        if (!opened && !files.exists(skinFolder))
-            return "the skin folder " + platform::toNativePath(skinFolder) + " is not there" + kept;
-        if (!opened)
-            return platform::toNativePath(skinFolder + kSkinFileName) + " cannot be opened" + kept;
-        return read.failure + kept;
-    }
+// Why the skin could not be read in full, for the failure log.
+std::string whyNotRead(
+    platform::Files& files, const std::string& skinFolder, const SkinRead& read, bool opened)
+{
+    if (read.failure.empty())
+        return {};
+    const std::string kept = "; the layout keeps the values held so far";
+    if (!opened && !files.exists(skinFolder))
+        return "the skin folder " + platform::toNativePath(skinFolder) + " is not there" + kept;
+    if (!opened)
+        return platform::toNativePath(skinFolder + kSkinFileName) + " cannot be opened" + kept;
+    return read.failure + kept;
+}
 
-    // The picture strip's cells go with their strip.
-    void DelList2(MainControls&)
-    {
-        // FIXME: the picture strip's cells are unloaded here once picture strips exist; until then
-        // SetListSize builds the text strip for every kind of list, and DelList takes it down.
-    }
+// The picture strip's cells go with their strip.
+void DelList2(MainControls&)
+{
+    // FIXME: the picture strip's cells are unloaded here once picture strips exist; until then
+    // SetListSize builds the text strip for every kind of list, and DelList takes it down.
+}
 
 } // namespace
 
@@ -115,8 +115,8 @@ void KillDisplay(MainControls& c, config::RunState& run)
         else
             DelList(c);
     });
-    for (runtime::Control* panel : std::initializer_list<runtime::Control*> { &c.xFlyer, &c.xScreen, &c.xCabinet,
-             &c.xMarquee, &c.xlogo })
+    for (runtime::Control* panel : std::initializer_list<runtime::Control*> {
+             &c.xFlyer, &c.xScreen, &c.xCabinet, &c.xMarquee, &c.xlogo })
         panel->setVisible(false);
     run.showLogo = false;
     c.lblPath.setCaption("1");

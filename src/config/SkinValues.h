@@ -4,7 +4,8 @@
 namespace ombrel::config {
 
 // A rectangle on the browser's design form, in twips.
-struct SkinBox {
+struct SkinBox
+{
     double top = 0;
     double left = 0;
     double width = 0;
@@ -15,7 +16,8 @@ struct SkinBox {
 // The values of skin.ini, by the names the program gives them. They outlive the browser form: a skin
 // file that can be read only in part leaves the rest as the last skin gave them (on the first load, 0,
 // false and empty). The list kind and the logo's flag are the run state's listType and showLogo.
-struct SkinValues {
+struct SkinValues
+{
     SkinBox xScreen;
     bool showSnap = false;
     SkinBox xCabinet;

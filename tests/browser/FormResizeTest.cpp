@@ -26,7 +26,8 @@ Box boxOf(const runtime::Control& control)
 }
 
 // A control of the line kind: two ends, X1, Y1, X2 and Y2, besides its box.
-class Line final : public runtime::Control {
+class Line final : public runtime::Control
+{
 public:
     using Control::Control;
     void paint(runtime::DrawList&, int, int, const runtime::PixelRect&) const override { }
@@ -50,7 +51,8 @@ public:
     mutable std::array<double, 4> ends {};
 };
 
-class FormResizeTest : public ::testing::Test {
+class FormResizeTest : public ::testing::Test
+{
 protected:
     FormResizeTest() { scaler.setSourceForm(form); }
 

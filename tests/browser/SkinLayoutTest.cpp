@@ -23,18 +23,49 @@ using config::RunState;
 
 // A skin with a value of its own in every place, one line each as the file lays them out.
 const std::vector<std::string> kGoodLines = {
-    "1152,2856,1848,1332", "#TRUE#", "720,120,2124,2880", "#FALSE#", "696,5424,2124,2880", "#TRUE#",
-    "348,2748,2040,504", "#TRUE#", "3960,120,7428,1632", "3", "list", "1812,1572", "12,3504", "#TRUE#",
-    "3720,3366", "#FALSE#", "60", "2", "2640,3360,1092,1452", "#TRUE#",
+    "1152,2856,1848,1332",
+    "#TRUE#",
+    "720,120,2124,2880",
+    "#FALSE#",
+    "696,5424,2124,2880",
+    "#TRUE#",
+    "348,2748,2040,504",
+    "#TRUE#",
+    "3960,120,7428,1632",
+    "3",
+    "list",
+    "1812,1572",
+    "12,3504",
+    "#TRUE#",
+    "3720,3366",
+    "#FALSE#",
+    "60",
+    "2",
+    "2640,3360,1092,1452",
+    "#TRUE#",
 };
 
 config::SkinValues goodValues()
 {
-    return { .xScreen = { 1152, 2856, 1848, 1332 }, .showSnap = true, .xCabinet = { 720, 120, 2124, 2880 },
-        .xFlyer = { 696, 5424, 2124, 2880 }, .showFlyer = true, .xMarquee = { 348, 2748, 2040, 504 },
-        .showMarquee = true, .Shape1 = { 3960, 120, 7428, 1632 }, .listCols = 3, .xlistWidth = 1812,
-        .xlistHeight = 1572, .lblPathTop = 12, .lblPathLeft = 3504, .showPath = true, .lblNavTop = 3720,
-        .lblNavLeft = 3366, .stripGap = 60, .rowAlign = 2, .xlogo = { .top = 2640, .left = 3360, .width = 1452, .height = 1092 } };
+    return { .xScreen = { 1152, 2856, 1848, 1332 },
+        .showSnap = true,
+        .xCabinet = { 720, 120, 2124, 2880 },
+        .xFlyer = { 696, 5424, 2124, 2880 },
+        .showFlyer = true,
+        .xMarquee = { 348, 2748, 2040, 504 },
+        .showMarquee = true,
+        .Shape1 = { 3960, 120, 7428, 1632 },
+        .listCols = 3,
+        .xlistWidth = 1812,
+        .xlistHeight = 1572,
+        .lblPathTop = 12,
+        .lblPathLeft = 3504,
+        .showPath = true,
+        .lblNavTop = 3720,
+        .lblNavLeft = 3366,
+        .stripGap = 60,
+        .rowAlign = 2,
+        .xlogo = { .top = 2640, .left = 3360, .width = 1452, .height = 1092 } };
 }
 
 // The good skin with some of its lines replaced (an index past the end appends), cut after a number of
@@ -58,7 +89,8 @@ std::string skinText(std::vector<std::pair<size_t, std::string>> edits = {}, int
 
 TEST(SkinFileTest, ShapesOfAHandEditedFile)
 {
-    struct Row {
+    struct Row
+    {
         const char* name;
         std::string bytes;
         size_t valuesRead;
@@ -68,7 +100,8 @@ TEST(SkinFileTest, ShapesOfAHandEditedFile)
     };
     const config::SkinValues good = goodValues();
     const Row rows[] = {
-        { "CR LF and blanks around the values", skinText({ { 0, " 1152 , 2856 ,1848,1332 " } }, -1, "\r\n"), 41, "",
+        { "CR LF and blanks around the values", skinText({ { 0, " 1152 , 2856 ,1848,1332 " } }, -1, "\r\n"),
+            41, "",
             [&](const RunState& first, const RunState&) {
                 EXPECT_EQ(first.skin, good);
                 EXPECT_EQ(first.listType, "list");
@@ -82,7 +115,8 @@ TEST(SkinFileTest, ShapesOfAHandEditedFile)
                 EXPECT_EQ(first.skin.listCols, 2);
                 EXPECT_EQ(first.skin.stripGap, 62);
             } },
-        { "trailing lines are not read", skinText({ { 20, "junk,#FALSE#" }, { 21, "9,9,9" } }), 41, "", nullptr },
+        { "trailing lines are not read", skinText({ { 20, "junk,#FALSE#" }, { 21, "9,9,9" } }), 41, "",
+            nullptr },
         { "empty column and kind lines", skinText({ { 9, "" }, { 10, "" } }), 41, "",
             [](const RunState& first, const RunState& again) {
                 EXPECT_EQ(first.skin.listCols, 0);
@@ -93,7 +127,8 @@ TEST(SkinFileTest, ShapesOfAHandEditedFile)
         { "a comma shifts every later value", skinText({ { 16, "60,1" } }), 41, "",
             [](const RunState& first, const RunState&) {
                 EXPECT_EQ(first.skin.rowAlign, 1);
-                EXPECT_EQ(first.skin.xlogo, (config::SkinBox { .top = 2, .left = 2640, .width = 1092, .height = 3360 }));
+                EXPECT_EQ(first.skin.xlogo,
+                    (config::SkinBox { .top = 2, .left = 2640, .width = 1092, .height = 3360 }));
                 EXPECT_TRUE(first.showLogo);
             } },
         { "empty file", "", 0, "line 1: xScreen.Top: the file ends before it", nullptr },
@@ -108,8 +143,8 @@ TEST(SkinFileTest, ShapesOfAHandEditedFile)
                 EXPECT_TRUE(again.showLogo);
             } },
         // The reading ends at the bad value: nothing after it is taken, though the rest is good.
-        { "a word where a number belongs",
-            skinText({ { 0, "1,2,3,4" }, { 4, "696,5424,abc,2880" } }), 12, "line 5: xFlyer.Width: \"abc\" is not a number",
+        { "a word where a number belongs", skinText({ { 0, "1,2,3,4" }, { 4, "696,5424,abc,2880" } }), 12,
+            "line 5: xFlyer.Width: \"abc\" is not a number",
             [&](const RunState& first, const RunState& again) {
                 EXPECT_EQ(first.skin.xFlyer, (config::SkinBox { .top = 696, .left = 5424 }));
                 EXPECT_EQ(again.skin.xScreen, (config::SkinBox { 1, 2, 3, 4 }));
@@ -117,14 +152,17 @@ TEST(SkinFileTest, ShapesOfAHandEditedFile)
                 EXPECT_EQ(again.skin.xlogo, good.xlogo);
             } },
         { "flags: any case and numbers, not other words",
-            skinText({ { 1, "#false#" }, { 3, "7" }, { 5, "True" } }), 14, "line 6: showFlyer: \"True\" is not #TRUE# or #FALSE#",
+            skinText({ { 1, "#false#" }, { 3, "7" }, { 5, "True" } }), 14,
+            "line 6: showFlyer: \"True\" is not #TRUE# or #FALSE#",
             [](const RunState& first, const RunState& again) {
                 EXPECT_FALSE(first.skin.showSnap);
                 EXPECT_TRUE(first.skin.showCabinet);
                 EXPECT_TRUE(again.skin.showFlyer);
             } },
-        { "a column count beyond a whole number", skinText({ { 9, "40000" } }), 24, "listCols: \"40000\" is not between", nullptr },
-        { "a position beyond any screen", skinText({ { 0, "1e39,0,0,0" } }), 0, "line 1: xScreen.Top: the number is too large", nullptr },
+        { "a column count beyond a whole number", skinText({ { 9, "40000" } }), 24,
+            "listCols: \"40000\" is not between", nullptr },
+        { "a position beyond any screen", skinText({ { 0, "1e39,0,0,0" } }), 0,
+            "line 1: xScreen.Top: the number is too large", nullptr },
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -165,8 +203,12 @@ TEST(SkinFileTest, ReportGivesEachValueItsLine)
 
     const auto b = browser::skinReport(files, home.path() + "omthemes/B/");
     ASSERT_EQ(b.size(), 13u);
-    EXPECT_EQ(b.back().rfind("skin.ini line 5: xFlyer.Width: \"abc\" is not a number; not read: xFlyer.Width, "
-                             "xFlyer.Height, showFlyer,", 0), 0u) << b.back();
+    EXPECT_EQ(
+        b.back().rfind("skin.ini line 5: xFlyer.Width: \"abc\" is not a number; not read: xFlyer.Width, "
+                       "xFlyer.Height, showFlyer,",
+            0),
+        0u)
+        << b.back();
 
     const auto missing = browser::skinReport(files, home.path() + "omthemes/C/");
     ASSERT_EQ(missing.size(), 1u);
@@ -174,7 +216,8 @@ TEST(SkinFileTest, ReportGivesEachValueItsLine)
 }
 
 // setRes runs every placing step whatever the file gives: without a skin folder or a skin.ini everything
-// stands at 0 with no size (a first load holds nothing else), and the owner reads why in one line.
+// stands at 0 with no size and hidden (a first load holds nothing else), and the owner reads why in one
+// line.
 TEST(SkinLayoutTest, ControlsGoWhereTheSkinSays)
 {
     TempHome home;
@@ -198,10 +241,13 @@ TEST(SkinLayoutTest, ControlsGoWhereTheSkinSays)
         const std::pair<const runtime::Control*, config::SkinBox> boxes[] = {
             { &c.xScreen, s.xScreen }, { &c.xCabinet, s.xCabinet }, { &c.xFlyer, s.xFlyer },
             { &c.xMarquee, s.xMarquee }, { &c.Shape1, s.Shape1 }, { &c.xlogo, s.xlogo },
-            { &c.xlist(0), { s.Shape1.top, s.Shape1.left, s.xlistWidth, s.xlistHeight } }, // at the strip's corner
+            { &c.xlist(0),
+                { s.Shape1.top, s.Shape1.left, s.xlistWidth, s.xlistHeight } }, // at the strip's corner
         };
         for (const auto& [control, box] : boxes)
-            EXPECT_EQ((config::SkinBox { control->top(), control->left(), control->width(), control->height() }), box)
+            EXPECT_EQ(
+                (config::SkinBox { control->top(), control->left(), control->width(), control->height() }),
+                box)
                 << control->fullName();
         EXPECT_EQ(c.picf.top(), s.xCabinet.top + 3);
         EXPECT_EQ(c.picf.left(), s.xCabinet.left + 3);
@@ -215,6 +261,9 @@ TEST(SkinLayoutTest, ControlsGoWhereTheSkinSays)
             left += c.lblNav(i).width();
         }
         EXPECT_EQ(left, s.lblNavLeft + 204 + 192 + 108 + 192 + 204);
+        browser::makeVis(c, run);
+        EXPECT_EQ(c.lblPath.visible(), s.showPath);
+        EXPECT_EQ(c.lblNav(0).visible() + c.lblNav(4).visible(), 2 * s.showNav);
         EXPECT_EQ(c.ll(0).caption(), "Sgj");
         EXPECT_FALSE(c.ll(0).visible());
         EXPECT_EQ(c.ll(0).height(), form.textHeight("Sgj"));
