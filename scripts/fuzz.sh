@@ -6,7 +6,7 @@
 # Usage: scripts/fuzz.sh [--ci] [SECONDS] [TARGET...]
 #   SECONDS  time per target (default 180)
 #   TARGET   field_reader settings_file settings_check saved_state list_files extras key_map joystick_map
-#            scheme picture_header
+#            scheme picture_header skin_file
 #            (default: all)
 #   --ci     start every target from the seeds alone, as CI does, rather than from the grown corpus
 set -euo pipefail
@@ -17,7 +17,7 @@ main() {
   root=$(pwd)
 
   all=(field_reader settings_file settings_check saved_state list_files extras key_map joystick_map scheme
-    picture_header)
+    picture_header skin_file)
   fresh=0
   if [ "${1:-}" = "--ci" ]; then
     fresh=1
@@ -37,7 +37,7 @@ main() {
   # The seed folders and the dictionary of each target; any file of the cabinet is a field file.
   seedsOf() {
     case $1 in
-      field_reader) echo field_reader settings saved_state lists extras key_map joystick_map ;;
+      field_reader) echo field_reader settings saved_state lists extras key_map joystick_map skin_file ;;
       settings_file | settings_check) echo settings ;;
       list_files) echo lists ;;
       *) echo "$1" ;;

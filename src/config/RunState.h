@@ -2,6 +2,8 @@
 // the saver's countdown, the skin's layout choices). Plain values, owned by the application.
 #pragma once
 
+#include "config/SkinValues.h"
+
 #include <string>
 
 namespace ombrel::config {
@@ -33,8 +35,9 @@ struct RunState
 
     // Skin layout (set from the skin's file).
     int midRow = 0; // index of the middle row of the strip; also the page step
-    std::string listType = "list"; // "list" or "" for the text strip, else the picture strip's kind
-    bool showLogo = true;
+    std::string listType; // "list" or "" for the text strip, else the picture strip's kind
+    bool showLogo = false;
+    SkinValues skin; // the rest of skin.ini
     std::string themesDir; // the skins' folder: the program's folder and "omthemes"
 };
 

@@ -82,8 +82,54 @@ void Control::copyFrom(const Control& other)
     m_width = other.m_width;
     m_height = other.m_height;
     m_enabled = other.m_enabled;
+    m_tag = other.m_tag;
     m_visible = false;
     changed();
+}
+
+std::optional<PropertyValue> Control::propertyByName(std::string_view name) const
+{
+    if (name == "Visible")
+        return m_visible;
+    if (name == "Left")
+        return m_left;
+    if (name == "Top")
+        return m_top;
+    if (name == "Width")
+        return m_width;
+    if (name == "Height")
+        return m_height;
+    if (name == "Tag")
+        return m_tag;
+    return std::nullopt;
+}
+
+bool Control::setPropertyByName(std::string_view name, const PropertyValue& value)
+{
+    if (const bool* flag = std::get_if<bool>(&value)) {
+        if (name != "Visible")
+            return false;
+        setVisible(*flag);
+        return true;
+    }
+    if (const std::string* text = std::get_if<std::string>(&value)) {
+        if (name != "Tag")
+            return false;
+        setTag(*text);
+        return true;
+    }
+    const double number = std::get<double>(value);
+    if (name == "Left")
+        setLeft(number);
+    else if (name == "Top")
+        setTop(number);
+    else if (name == "Width")
+        setWidth(number);
+    else if (name == "Height")
+        setHeight(number);
+    else
+        return false;
+    return true;
 }
 
 bool Control::hitTest(int x, int y, int originX, int originY) const

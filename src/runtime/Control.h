@@ -6,11 +6,18 @@
 #include "runtime/Geometry.h"
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <variant>
 
 namespace ombrel::runtime {
 
 class Form;
+
+// A property's value when it is reached by name: a number (a position or size), a flag (Visible) or a
+// text (Caption, Text, Tag).
+using PropertyValue = std::variant<double, bool, std::string>;
 
 class Control {
 public:
@@ -42,6 +49,17 @@ public:
     void setEnabled(bool enabled) { m_enabled = enabled; }
     // 0: in front of the form's other controls; 1: behind them.
     void zOrder(int position = 0);
+
+    // Free text for the program's own notes about the control; the runtime never reads it.
+    const std::string& tag() const { return m_tag; }
+    void setTag(std::string tag) { m_tag = std::move(tag); }
+
+    // Properties by name ("Left", "Caption"), for code that walks a form's controls without knowing
+    // their kinds. Every control answers Visible, Left, Top, Width, Height and Tag; a kind adds its own.
+    // nullopt: this kind has no such property. false: the write was refused (no such property, one that
+    // cannot be written, or a value of the wrong type), and nothing changed.
+    virtual std::optional<PropertyValue> propertyByName(std::string_view name) const;
+    virtual bool setPropertyByName(std::string_view name, const PropertyValue& value);
 
     // The box in screen pixels, for a form whose client area starts at origin.
     PixelRect pixelRect(int originX, int originY) const;
@@ -76,6 +94,7 @@ private:
     double m_height = 495;
     bool m_visible = true;
     bool m_enabled = true;
+    std::string m_tag;
 };
 
 } // namespace ombrel::runtime

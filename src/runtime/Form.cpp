@@ -155,6 +155,16 @@ void Form::setMaximised(bool on)
     resized(w, h);
 }
 
+void Form::setMinimised(bool on)
+{
+    if (m_minimised == on)
+        return;
+    m_minimised = on;
+    changed();
+    if (m_loaded)
+        Form_Resize();
+}
+
 PixelRect Form::pixelRect() const
 {
     if (m_maximised) {
@@ -328,7 +338,7 @@ std::vector<const Timer*> Form::timers() const
 
 void Form::paint(DrawList& out) const
 {
-    if (!m_loaded || !m_visible)
+    if (!m_loaded || !m_visible || m_minimised)
         return;
     PixelRect area = pixelRect();
     DrawCommand fill;

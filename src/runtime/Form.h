@@ -67,6 +67,10 @@ public:
     double scaleHeight() const { return height(); }
     bool maximised() const { return m_maximised; }
     void setMaximised(bool on);
+    // Minimised (WindowState 1): the form keeps its size and shows nothing. Minimising and restoring
+    // raise Form_Resize.
+    bool minimised() const { return m_minimised; }
+    void setMinimised(bool on);
     // The form's area on the screen, in pixels.
     PixelRect pixelRect() const;
 
@@ -153,6 +157,7 @@ private:
     bool m_visible = false;
     bool m_enabled = true;
     bool m_maximised = false;
+    bool m_minimised = false;
     double m_left = 0;
     double m_top = 0;
     double m_width = 7680;

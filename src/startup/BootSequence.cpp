@@ -50,12 +50,14 @@ void MainForm::Timer1_Timer()
     core::passOver(failures(), [&] { run.curPath = 1; }); // 4
     core::passOver(failures(), [&] { config::OpenINI(m_cabinet.home, settings); }); // 5
     core::passOver(failures(), [&] { return config::openCfg(m_cabinet.homeFile(config::kSavedStateFileName), saved, run.saverCount); }); // 6
-    core::passOver(failures(), [&] { browser::setRes(c, run, strip, run.themesDir + saved.curSkin); }); // 7
+    core::passOver(failures(), [&] { // 7
+        return browser::setRes(c, run, strip, run.themesDir + saved.curSkin, m_cabinet.platform.files);
+    });
     core::passOver(failures(), [&] { // 8
         browser::SetTheme({ c, run, strip, saved, m_cabinet.platform.files, m_cabinet.scheme, failures() },
             mpFX.player(), timfx);
     });
-    // 9: ReInitialize of the form scaler joins here with the screen-layout feature.
+    core::passOver(failures(), [&] { scaler.ReInitialize(); }); // 9
     core::passOver(failures(), [&] { // 10
         if (settings.scrH == 0) {
             settings.scrH = run.deskH;
@@ -109,7 +111,7 @@ void MainForm::Timer1_Timer()
         c.List1.setLeft(width() + c.List1.width() + 300);
     });
     core::passOver(failures(), [&] { return input::GetJoyKeys(m_cabinet.homeFile(input::kJoystickFileName), m_cabinet.joyMap); }); // 26
-    core::passOver(failures(), [&] { browser::makeVis(c); }); // 27
+    core::passOver(failures(), [&] { browser::makeVis(c, run); }); // 27
     core::passOver(failures(), [&] { cabRefresh(); }); // 28
     core::passOver(failures(), [&] { setSRate(); }); // 29
     core::passOver(failures(), [&] { nav.RefreshList(); }); // 30

@@ -61,6 +61,7 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
     , timescape(addTimer("timescape", 200, false, [this] { timescape_Timer(); }))
     , m_cabinet(cabinet)
 {
+    scaler.setSourceForm(*this);
     setCaption("Ombrel");
     setBackColor(0);
     move(0, 0, browser::kDesignWidth, browser::kDesignHeight);
@@ -86,8 +87,8 @@ void MainForm::Form_Load()
 
 void MainForm::Form_Resize()
 {
-    // FIXME: while scaleOn, the form scaler spreads the skin's layout over the new size; the scaler
-    // joins with the screen-layout feature.
+    if (scaleOn)
+        scaler.ScaleControls();
 }
 
 void MainForm::Form_Deactivate()

@@ -2,6 +2,7 @@
 // that bring it up (the boot sequence) and follow it in and out of the foreground.
 #pragma once
 
+#include "browser/FormResize.h"
 #include "browser/ListStrip.h"
 #include "browser/MainControls.h"
 #include "catalogue/Navigation.h"
@@ -26,6 +27,7 @@ public:
     catalogue::Navigator nav;
     catalogue::RomScan scan; // refreshAll: the REFRESH command, and the first run
     browser::StripLayout strip;
+    browser::clsFormResize scaler; // spreads the skin's layout over the form's size during the boot
     bool scaleOn = false;
     int highStep = 0;
 

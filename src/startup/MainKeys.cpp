@@ -7,6 +7,7 @@
 #include "startup/MainForm.h"
 
 #include "browser/PreviewPanels.h"
+#include "browser/SkinLayout.h"
 #include "config/SavedState.h"
 #include "core/VbMath.h"
 #include "input/Commands.h"
@@ -297,7 +298,7 @@ void MainForm::timfx_Timer()
     timfx.setEnabled(false);
     auto& settings = m_cabinet.settings;
     auto& run = m_cabinet.run;
-    // FIXME: KillDisplay, taking the screen down, joins here with the screen-layout feature.
+    core::passOver(failures(), [&] { browser::KillDisplay(c, run); });
     // The picture goes back from the TV output to the monitor.
     if (settings.tvOut)
         core::passOver(failures(), [&] { launch::startMonitor(m_cabinet.platform.keys); });
@@ -315,6 +316,10 @@ void MainForm::timfx_Timer()
             const std::string text = system::errorBoxText(error);
             std::cerr << "ombrel: " << text << "\n";
             stack().trace("error " + text);
+            // The browser was taken down for the end; it must not come back over the message.
+            if (auto* blanker = stack().existing("blanker"))
+                if (auto* timexit = blanker->findTimer("timexit"))
+                    timexit->setEnabled(false);
             stack().form<ErrorBoxForm>("ErrorBox").showError(text, 1);
             return;
         }

@@ -63,6 +63,8 @@ void CabinetFixture::write(const CabinetSetup& setup)
             + std::to_string(setup.fontSize) + "\r\n");
     home.write("omthemes/Skin/pop.mp3", "pop");
     home.write("omthemes/Skin/end.mp3", "end");
+    if (!setup.skin.empty())
+        home.write("omthemes/Skin/skin.ini", setup.skin);
     if (setup.keyFile)
         home.write("omkeys.cfg", "38,40,34,33,116,9,39,37,13,27,53,77,49\r\n");
 }

@@ -45,6 +45,12 @@ struct CabinetSetup
     bool keyFile = true; // the cabinet's key map; false: no key map at all
     std::vector<int> listSizes { 100, 3, 3, 3 }; // games of the lists 1, 2, 3...
     std::function<void(IniSample&)> ini = nullptr; // changes to ombrel.ini
+    std::string skin = kDesignSkin; // the skin's skin.ini; empty: none
+    // Every element where the browser form was designed, all of them shown, a text strip of one column.
+    static constexpr const char* kDesignSkin
+        = "1152,2856,1848,1332\r\n#TRUE#\r\n720,120,2124,2880\r\n#TRUE#\r\n696,5424,2124,2880\r\n#TRUE#\r\n"
+          "348,2748,2040,504\r\n#TRUE#\r\n3960,120,7428,1632\r\n1\r\nlist\r\n1812,1572\r\n0,3504\r\n#TRUE#\r\n"
+          "3720,3366\r\n#TRUE#\r\n0\r\n1\r\n2640,3360,1092,1452\r\n#TRUE#\r\n";
 };
 
 class CabinetFixture

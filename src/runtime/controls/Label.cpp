@@ -174,6 +174,32 @@ void Label::paint(DrawList& out, int originX, int originY, const PixelRect& clip
     }
 }
 
+std::optional<PropertyValue> Label::propertyByName(std::string_view name) const
+{
+    if (name == "Caption")
+        return m_caption;
+    if (name == "AutoSize")
+        return m_autoSize;
+    return Control::propertyByName(name);
+}
+
+bool Label::setPropertyByName(std::string_view name, const PropertyValue& value)
+{
+    if (name == "Caption") {
+        const auto* text = std::get_if<std::string>(&value);
+        if (text)
+            setCaption(*text);
+        return text != nullptr;
+    }
+    if (name == "AutoSize") {
+        const auto* flag = std::get_if<bool>(&value);
+        if (flag)
+            setAutoSize(*flag);
+        return flag != nullptr;
+    }
+    return Control::setPropertyByName(name, value);
+}
+
 void Label::copyFrom(const Control& other)
 {
     Control::copyFrom(other);

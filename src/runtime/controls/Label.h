@@ -49,6 +49,9 @@ public:
 
     void paint(DrawList& out, int originX, int originY, const PixelRect& clip) const override;
     void copyFrom(const Control& other) override;
+    // Adds Caption and AutoSize.
+    std::optional<PropertyValue> propertyByName(std::string_view name) const override;
+    bool setPropertyByName(std::string_view name, const PropertyValue& value) override;
 
 private:
     void fit();

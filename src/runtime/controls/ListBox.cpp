@@ -50,4 +50,11 @@ void ListBox::paint(DrawList&, int, int, const PixelRect&) const
     // Never seen: the strips of the browser show the list.
 }
 
+std::optional<PropertyValue> ListBox::propertyByName(std::string_view name) const
+{
+    if (name == "Text")
+        return text();
+    return Control::propertyByName(name);
+}
+
 } // namespace ombrel::runtime

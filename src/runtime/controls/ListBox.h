@@ -36,6 +36,8 @@ public:
 
     void paint(DrawList& out, int originX, int originY, const PixelRect& clip) const override;
     bool hitTest(int, int, int, int) const override { return false; }
+    // Adds Text, which can be read only here: a selection is made through ListIndex.
+    std::optional<PropertyValue> propertyByName(std::string_view name) const override;
 
 private:
     std::vector<std::string> m_items;

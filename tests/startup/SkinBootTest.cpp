@@ -1,0 +1,66 @@
+// The skin through a whole boot: the skin's layout spread over the screen by the form scaler, and the
+// browser taken down and rebuilt when its skin has gone.
+#include "CabinetFixture.h"
+
+#include "browser/SkinLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace ombrel::test {
+namespace {
+
+// Panels, strip, cell, path, navigation, gap, alignment, logo (top, left, height, width) and flags.
+const char* const kSkin
+    = "1152,2856,1848,1332\r\n#TRUE#\r\n720,120,2124,2880\r\n#FALSE#\r\n"
+      "696,5424,2124,2880\r\n#TRUE#\r\n348,2748,2040,504\r\n#FALSE#\r\n3960,120,7428,1632\r\n"
+      "2\r\nlist\r\n1812,1572\r\n12,3504\r\n#TRUE#\r\n3720,3366\r\n#TRUE#\r\n60\r\n1\r\n"
+      "2640,3360,1092,1452\r\n#TRUE#\r\n";
+
+// The fake desktop is 640 by 480 pixels, 9600 by 7200 twips: the design form grows by 1.25 each way.
+TEST(SkinBootTest, TheSkinsLayoutIsSpreadOverTheScreen)
+{
+    CabinetFixture fx;
+    fx.boot({ .skin = kSkin });
+    auto& c = fx.main().c;
+    EXPECT_EQ(fx.main().width(), 9600);
+    auto expectBox
+        = [](const runtime::Control& control, double left, double top, double width, double height) {
+              SCOPED_TRACE(control.fullName());
+              EXPECT_DOUBLE_EQ(control.left(), left * 1.25);
+              EXPECT_DOUBLE_EQ(control.top(), top * 1.25);
+              EXPECT_DOUBLE_EQ(control.width(), width * 1.25);
+              EXPECT_DOUBLE_EQ(control.height(), height * 1.25);
+          };
+    expectBox(c.xScreen, 2856, 1152, 1848, 1332);
+    expectBox(c.xlogo, 3360, 2640, 1452, 1092);
+    expectBox(c.picf, 123, 723, 12, 12);
+    expectBox(c.lblNav(1), 3366 + 204, 3720, 192, 192);
+    EXPECT_TRUE(c.lblNav(4).visible());
+    EXPECT_TRUE(c.lblPath.visible());
+    EXPECT_EQ(fx.main().strip.stripGap, 75);
+    EXPECT_EQ(fx.main().strip.listCols, 2);
+    EXPECT_EQ(fx.failureEcho.str().find("skin.ini"), std::string::npos) << fx.failureEcho.str();
+
+    // Taken down for a new skin that has no skin.ini, the browser comes back 2000 ms later where the last
+    // skin put it.
+    std::filesystem::remove(fx.home.root() / "omthemes/Skin/skin.ini");
+    browser::KillDisplay(c, fx.cabinet().run);
+    fx.runFor(1999);
+    EXPECT_FALSE(fx.showing("Main"));
+    fx.runFor(100);
+    ASSERT_TRUE(fx.showing("Main"));
+    expectBox(fx.main().c.xScreen, 2856, 1152, 1848, 1332);
+    const std::string log = fx.failureEcho.str();
+    const std::string cause = "omthemes/Skin/skin.ini cannot be opened";
+    EXPECT_NE(log.find(cause), std::string::npos) << log;
+    browser::KillDisplay(fx.main().c, fx.cabinet().run);
+    fx.runFor(2100);
+    EXPECT_TRUE(fx.showing("Main"));
+    EXPECT_EQ(fx.failureEcho.str(), log) << "the same cause is written once";
+}
+
+} // namespace
+} // namespace ombrel::test
