@@ -38,13 +38,6 @@ std::string whyNotRead(
     return read.failure + kept;
 }
 
-// The picture strip's cells go with their strip.
-void DelList2(MainControls&)
-{
-    // FIXME: the picture strip's cells are unloaded here once picture strips exist; until then
-    // SetListSize builds the text strip for every kind of list, and DelList takes it down.
-}
-
 } // namespace
 
 std::string setRes(MainControls& c, config::RunState& run, StripLayout& strip, const std::string& skinFolder,
