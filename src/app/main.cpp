@@ -1,7 +1,9 @@
 // main: reads the command line, builds the real or the replay platform, and runs the program on it.
 #include "app/CabinetFailureLog.h"
 #include "app/RealPlatform.h"
+#include "browser/SkinCheck.h"
 #include "config/SettingsCheck.h"
+#include "platform/sdl/SdlFonts.h"
 #include "replay/ReplayPlatform.h"
 #include "replay/ReplayScript.h"
 #include "startup/Application.h"
@@ -201,6 +203,11 @@ int main(int argc, char** argv)
     if (options.check) {
         const auto report = ombrel::config::checkSettings(*home);
         std::cout << report.text;
+        // The skin is the owner's too, but nothing of it is required: it is shown, and never fails the check.
+        ombrel::platform::DiskFiles files;
+        ombrel::platform::sdl::SdlFonts fonts;
+        for (const std::string& line : ombrel::browser::skinCheck(*home, files, fonts))
+            std::cout << line << "\n";
         return report.ok ? 0 : kStartError;
     }
     try {

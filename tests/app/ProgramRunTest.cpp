@@ -90,7 +90,10 @@ INSTANTIATE_TEST_SUITE_P(Rows, ProgramRunTest,
             "--home @/demo", 1, "", noDisplay("offscreen"), true },
         ProgramRun { "invisibleDriver", "env SDL_VIDEODRIVER=dummy", "--home @/demo", 1, "",
             noDisplay("dummy"), true },
-        ProgramRun { "demoCheck", "", "--check --home @/demo", 0, "\nno problems found\n", "" },
+        ProgramRun { "demoCheck", "", "--check --home @/demo", 0, "\nno problems found\nskin ", "" },
+        // The skin follows, each value with its line: line 19 gives the logo's height before its width.
+        ProgramRun { "demoCheckSkin", "", "--check --home @/demo", 0,
+            "\nskin.ini line 19: xlogo.Height = 480\nskin.ini line 19: xlogo.Width = 1200\n", "" },
         // The replay's screen is the desktop the program finds.
         ProgramRun { "screen", "", "--home @/demo --replay @/run.replay --screen 800x600 --trace -", 0,
             "\n1000 dump state deskW 800\n1000 dump state deskH 600\n", "", false, "at 1000 dump\nat 1000 end\n" },
