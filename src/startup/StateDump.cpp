@@ -13,6 +13,7 @@
 #include "runtime/controls/Shape.h"
 #include "startup/Cabinet.h"
 #include "startup/DumpLine.h"
+#include "startup/MainForm.h"
 
 #include <type_traits>
 
@@ -52,6 +53,8 @@ void controlLine(Lines& out, const runtime::Form& form, const runtime::Control& 
         withBox("label")
             .number("fore", label->foreColor())
             .number("back", label->backColor())
+            .number("style", label->backStyle())
+            .number("align", label->alignment())
             .text("font", font.name)
             .text("file", forms.relative(fonts.fileOf(font)))
             .number("size", font.sizePt)
@@ -119,8 +122,19 @@ void stateLines(Lines& out, const Cabinet& c, const runtime::FormStack& forms)
     state("lastIndex", saved.lastIndex);
     state("midRow", run.midRow);
     state("listType", run.listType);
-    // FIXME: listCols, rowAlign, stripGap and the other show flags come with the skin's reading; each
-    // is one state(...) line here, beside showLogo.
+    // The strip's values as the browser holds them now (the columns made at least 1, the gap scaled to
+    // the screen); as the skin gave them while the browser is away.
+    const auto* main = dynamic_cast<const MainForm*>(forms.existing("Main"));
+    state("listCols", main ? main->strip.listCols.value_or(0) : run.skin.listCols);
+    state("rowAlign", main ? main->strip.rowAlign : run.skin.rowAlign);
+    state("stripGap", main ? main->strip.stripGap : run.skin.stripGap);
+    state("highStep", main ? main->highStep : 0);
+    state("showSnap", run.skin.showSnap);
+    state("showCabinet", run.skin.showCabinet);
+    state("showFlyer", run.skin.showFlyer);
+    state("showMarquee", run.skin.showMarquee);
+    state("showPath", run.skin.showPath);
+    state("showNav", run.skin.showNav);
     state("showLogo", run.showLogo);
     state("themesDir", forms.relative(run.themesDir));
     state("curPic", forms.relative(run.curPic));

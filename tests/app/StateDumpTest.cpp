@@ -142,7 +142,7 @@ TEST(StateDumpTest, OneLinePerControlOfAVisibleFormWithItsFieldsAndCaptionsReadB
             continue;
         controls.push_back(dump->name);
         const std::map<std::string, std::vector<std::string>> kindFields {
-            { "label", { "fore", "back", "font", "file", "size", "bold", "caption" } },
+            { "label", { "fore", "back", "style", "align", "font", "file", "size", "bold", "caption" } },
             { "picture", { "back", "picture" } }, { "image", { "picture" } },
             { "shape", { "border", "fill" } }, { "box", { "back" } }
         };
