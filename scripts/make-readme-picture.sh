@@ -3,13 +3,13 @@
 # screen with Donkey Kong selected, as a replay run paints it. The run works on a copy of demo/, since
 # the program writes into its folder, with the release build, or the dev build when only that one is
 # configured; the script builds it first.
-# Usage: scripts/make-readme-picture.sh [--skin NAME] [--screen WxH]   (default: Ombrel at 800x600)
+# Usage: scripts/make-readme-picture.sh [--skin NAME] [--screen WxH]   (default: Ombrel at 1024x768)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
 
 skin=Ombrel
-size=800x600
+size=1024x768
 while [ $# -gt 0 ]; do
   case $1 in
     --skin) skin=${2:?--skin needs a folder name of demo/omthemes}; shift 2 ;;
