@@ -115,4 +115,28 @@ std::string asciiLower(std::string_view text)
     return out;
 }
 
+void appendEscaped(std::string& out, std::string_view text, bool quoted, bool highBytes)
+{
+    constexpr char kHex[] = "0123456789ABCDEF";
+    for (const char c : text) {
+        const auto u = static_cast<unsigned char>(c);
+        if (quoted && (c == '"' || c == '\\')) {
+            out += '\\';
+            out += c;
+        } else if (c == '\n') {
+            out += "\\n";
+        } else if (c == '\r') {
+            out += "\\r";
+        } else if (c == '\t') {
+            out += "\\t";
+        } else if (u < 0x20 || u == 0x7F || (u >= 0x80 && highBytes)) {
+            out += "\\x";
+            out += kHex[u >> 4];
+            out += kHex[u & 15];
+        } else {
+            out += c;
+        }
+    }
+}
+
 } // namespace ombrel::core

@@ -1,6 +1,8 @@
 // TraceWriter: timed, escaped trace lines.
 #include "replay/TraceWriter.h"
 
+#include "core/TextCodec.h"
+
 #include <iostream>
 
 namespace ombrel::replay {
@@ -32,23 +34,7 @@ void TraceWriter::effect(std::string_view line)
         return;
     std::string text = std::to_string(m_clock.nowMs());
     text += ' ';
-    for (char c : line) {
-        const auto u = static_cast<unsigned char>(c);
-        if (c == '\n') {
-            text += "\\n";
-        } else if (c == '\r') {
-            text += "\\r";
-        } else if (c == '\t') {
-            text += "\\t";
-        } else if (u < 0x20 || u == 0x7F) {
-            constexpr char kHex[] = "0123456789ABCDEF";
-            text += "\\x";
-            text += kHex[u >> 4];
-            text += kHex[u & 15];
-        } else {
-            text += c;
-        }
-    }
+    core::appendEscaped(text, line);
     text += '\n';
     std::lock_guard lock(m_mutex);
     *m_out << text;

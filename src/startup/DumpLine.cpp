@@ -48,28 +48,9 @@ std::string DumpLine::numberText(float value)
 
 std::string quotedDumpText(std::string_view text)
 {
-    constexpr char kHex[] = "0123456789ABCDEF";
-    const bool utf8 = core::isValidUtf8(text);
     std::string out = "\"";
-    for (const char c : text) {
-        const auto u = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += c;
-        } else if (c == '\n') {
-            out += "\\n";
-        } else if (c == '\r') {
-            out += "\\r";
-        } else if (c == '\t') {
-            out += "\\t";
-        } else if (u < 0x20 || u == 0x7F || (u >= 0x80 && !utf8)) {
-            out += "\\x";
-            out += kHex[u >> 4];
-            out += kHex[u & 15];
-        } else {
-            out += c;
-        }
-    }
+    // Text that is not UTF-8 (a Windows-1252 caption) keeps its bytes readable and the trace UTF-8.
+    core::appendEscaped(out, text, true, !core::isValidUtf8(text));
     out += '"';
     return out;
 }
