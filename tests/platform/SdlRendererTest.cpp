@@ -96,6 +96,82 @@ TEST(SdlRenderer, FillsFramesAndTextLandInTheirBoxes)
     EXPECT_EQ(inkIn(renderer->surface(), { 5, 0, 59, 48 }), 0);
 }
 
+// Pictures are scaled once and kept at the size they are shown, opaque ones copied without blending,
+// and nothing is painted under a full-screen opaque layer; lines are rasterised once and tinted. None
+// of it may change a pixel against what the renderer itself gives.
+TEST(SdlRenderer, PicturesAndLinesAreMadeOnceAndPaintAsTheRendererWould)
+{
+    ombrel::test::TempHome home;
+    const std::string opaque = home.path() + "opaque.png";
+    ASSERT_TRUE(test::writeTwoColourPng(opaque, 8, 6, 0xFF0000, 0x0000FF));
+    // Left half see-through, right half half-transparent green.
+    const std::string clear = home.path() + "clear.png";
+    {
+        SurfacePtr surface(SDL_CreateRGBSurfaceWithFormat(0, 8, 6, 32, SDL_PIXELFORMAT_ARGB8888));
+        const SDL_Rect right { 4, 0, 4, 6 };
+        SDL_FillRect(surface.get(), nullptr, 0);
+        SDL_FillRect(surface.get(), &right, 0x8000FF00);
+        ASSERT_EQ(IMG_SavePNG(surface.get(), clear.c_str()), 0);
+    }
+    SdlFonts fonts;
+    SdlImages images;
+    auto renderer = SdlRenderer::offscreen({ kScreen.w, kScreen.h }, fonts, images);
+    ASSERT_TRUE(renderer);
+
+    // What SDL's renderer paints for the same frame, scaling the picture itself.
+    auto reference = [&](const std::string& path) {
+        SurfacePtr target(SDL_CreateRGBSurfaceWithFormat(0, kScreen.w, kScreen.h, 32, SDL_PIXELFORMAT_RGB888));
+        RendererPtr painter(SDL_CreateSoftwareRenderer(target.get()));
+        SDL_SetRenderDrawColor(painter.get(), 0, 0xFF, 0xFF, 255);
+        SDL_RenderClear(painter.get());
+        SurfacePtr loaded(IMG_Load(path.c_str()));
+        SurfacePtr argb(SDL_ConvertSurfaceFormat(loaded.get(), SDL_PIXELFORMAT_ARGB8888, 0));
+        TexturePtr texture(SDL_CreateTextureFromSurface(painter.get(), argb.get()));
+        SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
+        SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
+        const SDL_Rect dst { 0, 0, kScreen.w, kScreen.h };
+        SDL_RenderCopy(painter.get(), texture.get(), nullptr, &dst);
+        SDL_RenderFlush(painter.get());
+        return target;
+    };
+    for (const std::string& path : { opaque, clear }) {
+        DrawCommand picture = command(DrawCommand::Kind::Image, kScreen, 0);
+        picture.path = path;
+        // Twice: the second frame comes from the kept texture. Under the picture a fill, which the
+        // see-through picture must let show.
+        for (int frame = 0; frame < 2; ++frame) {
+            renderer->present({ fill(kScreen, 0xFF0000), fill(kScreen, 0xFFFF00), picture });
+            SurfacePtr expected = reference(path);
+            int differing = 0;
+            for (int y = 0; y < kScreen.h; ++y)
+                for (int x = 0; x < kScreen.w; ++x)
+                    differing += pixelAt(renderer->surface(), x, y) != pixelAt(expected.get(), x, y) ? 1 : 0;
+            EXPECT_EQ(differing, 0) << path << " frame " << frame;
+        }
+    }
+
+    // One line in white, then red, then white again: rasterised once, and each time in its colour.
+    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 10, 64, 20 }, 0xFFFFFF);
+    text.text = "Hi";
+    const size_t before = renderer->linesRendered();
+    for (uint32_t colour : { 0xFFFFFFu, kRed, 0xFFFFFFu }) {
+        text.colour = colour;
+        renderer->present({ text });
+        int inked = 0, offColour = 0;
+        for (int y = 10; y < 30; ++y) {
+            for (int x = 0; x < 20; ++x) {
+                const uint32_t pixel = pixelAt(renderer->surface(), x, y);
+                inked += pixel != 0 ? 1 : 0;
+                // A pixel of full ink is the colour itself; others are darker shades of it.
+                offColour += (colour == kRed ? (pixel & 0x00FFFFu) : (pixel >> 16) - (pixel & 0xFFu)) != 0 ? 1 : 0;
+            }
+        }
+        EXPECT_GT(inked, 10) << std::hex << colour;
+        EXPECT_EQ(offColour, 0) << std::hex << colour;
+    }
+    EXPECT_EQ(renderer->linesRendered() - before, 1u);
+}
+
 TEST(SdlRenderer, ContainPlacementAtItsLimits)
 {
     const struct

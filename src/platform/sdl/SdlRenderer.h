@@ -50,6 +50,8 @@ public:
     bool pointerVisible() const { return m_pointerVisible; }
     // The window, or null offscreen.
     SDL_Window* window() const { return m_window.get(); }
+    // Lines of text rasterised so far by the painter of the screen (not by screenshots).
+    size_t linesRendered() const { return m_painter ? m_painter->linesRendered() : 0; }
     // Offscreen: what the last frame painted; null for a window.
     SDL_Surface* surface() const { return m_target.get(); }
 
