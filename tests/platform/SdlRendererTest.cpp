@@ -8,6 +8,7 @@
 
 #include <climits>
 #include <initializer_list>
+#include <optional>
 #include <tuple>
 
 namespace ombrel::platform::sdl {
@@ -220,8 +221,39 @@ TEST(SdlRenderer, DamagedCommandsPaintNothingAndDoNotCrash)
     EXPECT_NE(renderer->screenshot({}, home.path() + "no/such/folder/shot.png"), "");
 }
 
-// The window draws through the same painter; with SDL's dummy video its pixels can be read back.
-TEST(SdlRenderer, WindowPaintsLikeOffscreenWithoutThePointer)
+// A changed frame repaints the commands that differ from the last one, and the films, whose pictures
+// change under the same command.
+TEST(SdlRenderer, DamageBoundsWhatDiffersBetweenFrames)
+{
+    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 20, 30, 10 }, 0xFFFFFF, { 2, 20, 20, 10 });
+    text.text = "Hi";
+    DrawCommand pulsed = text;
+    pulsed.colour = kRed;
+    DrawCommand film = command(DrawCommand::Kind::Film, { 40, 0, 10, 10 }, 0);
+    film.text = "mpIntro";
+    const runtime::DrawList base { fill(kScreen, 0xFF0000), text };
+    const struct
+    {
+        const char* name;
+        runtime::DrawList before, after;
+        std::optional<PixelRect> expected;
+    } rows[] = {
+        { "same", base, base, std::nullopt },
+        { "colourWithinTheClip", base, { fill(kScreen, 0xFF0000), pulsed }, PixelRect { 2, 20, 20, 10 } },
+        { "movedFillBothPlaces", { fill({ 0, 0, 4, 4 }, kRed) }, { fill({ 10, 10, 4, 4 }, kRed) },
+            PixelRect { 0, 0, 14, 14 } },
+        { "addedAndRemoved", base, { fill(kScreen, 0xFF0000) }, PixelRect { 2, 20, 20, 10 } },
+        { "offScreenPartCut", {}, { fill({ 60, 40, 10, 10 }, kRed) }, PixelRect { 60, 40, 4, 8 } },
+        { "filmAlways", { film }, { film }, PixelRect { 40, 0, 10, 10 } },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(DrawListPainter::damage(row.before, row.after, { kScreen.w, kScreen.h }), row.expected) << row.name;
+}
+
+// The window draws through the same painter as offscreen, into its own surface, which SDL's dummy
+// video lets the test read. A later frame repaints only where it differs, and still shows what a
+// whole repaint would.
+TEST(SdlRenderer, WindowPaintsLikeOffscreenAndRepaintsOnlyWhatChanged)
 {
     SdlFonts fonts;
     SdlImages images;
@@ -234,22 +266,39 @@ TEST(SdlRenderer, WindowPaintsLikeOffscreenWithoutThePointer)
     EXPECT_EQ(window->screenSize(), (runtime::PixelSize { 64, 48 }));
     window->setPointerVisible(false);
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
-
-    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 20, 64, 20 }, 0xFFFFFF);
-    text.text = "Hi";
-    const runtime::DrawList frame { fill(kScreen, 0xFF0000), fill({ 8, 8, 16, 16 }, 0x00FF00), text };
-    window->present(frame);
-    SurfacePtr shown(SDL_CreateRGBSurfaceWithFormat(0, 64, 48, 32, SDL_PIXELFORMAT_RGB888));
-    ASSERT_EQ(SDL_RenderReadPixels(SDL_GetRenderer(window->window()), nullptr, SDL_PIXELFORMAT_RGB888,
-                  shown->pixels, shown->pitch),
-        0);
     auto offscreen = SdlRenderer::offscreen({ 64, 48 }, fonts, images);
-    offscreen->present(frame);
-    int differing = 0;
-    for (int y = 0; y < 48; ++y)
-        for (int x = 0; x < 64; ++x)
-            differing += pixelAt(shown.get(), x, y) != pixelAt(offscreen->surface(), x, y) ? 1 : 0;
-    EXPECT_EQ(differing, 0);
+    auto differing = [&] {
+        SDL_Surface* shown = SDL_GetWindowSurface(window->window());
+        int count = 0;
+        for (int y = 0; y < 48; ++y)
+            for (int x = 0; x < 64; ++x)
+                count += pixelAt(shown, x, y) != pixelAt(offscreen->surface(), x, y) ? 1 : 0;
+        return count;
+    };
+
+    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 20, 64, 20 }, 0xFFFFFF, { 0, 20, 64, 20 });
+    text.text = "Hi";
+    const runtime::DrawList first { fill(kScreen, 0xFF0000), fill({ 8, 8, 16, 16 }, 0x00FF00), text };
+    window->present(first);
+    offscreen->present(first);
+    EXPECT_EQ(differing(), 0);
+
+    // A mark outside what the next frame changes survives it: that part was not painted again.
+    SDL_Surface* surface = SDL_GetWindowSurface(window->window());
+    const SDL_Rect mark { 60, 2, 1, 1 };
+    SDL_SetClipRect(surface, nullptr); // the renderer leaves its last clip on the surface
+    SDL_FillRect(surface, &mark, SDL_MapRGB(surface->format, 1, 2, 3));
+    DrawCommand pulsed = text;
+    pulsed.colour = kRed;
+    const runtime::DrawList second { fill(kScreen, 0xFF0000), fill({ 30, 8, 16, 16 }, 0x00FF00), pulsed };
+    window->present(second);
+    EXPECT_EQ(pixelAt(surface, 60, 2), 0x010203u);
+    // Elsewhere the window shows what a whole repaint of the frame shows: the fill gone from its old
+    // place, the text in its new colour.
+    offscreen->present(second);
+    EXPECT_EQ(differing(), 1);
+    window->repaint();
+    EXPECT_EQ(differing(), 0);
 }
 
 } // namespace

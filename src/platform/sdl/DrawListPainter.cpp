@@ -176,12 +176,11 @@ PixelRect DrawListPainter::placeImage(runtime::ImageFit fit, const PixelRect& re
     return { rect.x + (rect.w - w) / 2, rect.y + (rect.h - h) / 2, w, h };
 }
 
-std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& frame, PixelSize screen)
+std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& frame, const PixelRect& area)
 {
-    const PixelRect whole { 0, 0, screen.w, screen.h };
     for (size_t i = frame.size(); i-- > 0;) {
         const DrawCommand& cmd = frame[i];
-        if (!sane(cmd.rect) || !sane(cmd.clip) || !(intersect(intersect(cmd.rect, cmd.clip), whole) == whole))
+        if (!sane(cmd.rect) || !sane(cmd.clip) || !(intersect(intersect(cmd.rect, cmd.clip), area) == area))
             continue;
         if (cmd.kind == DrawCommand::Kind::Fill)
             return i;
@@ -194,25 +193,69 @@ std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& fra
     return std::nullopt;
 }
 
-void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen)
+std::optional<PixelRect> DrawListPainter::damage(
+    const runtime::DrawList& before, const runtime::DrawList& after, PixelSize screen)
 {
-    SDL_RenderSetClipRect(m_renderer, nullptr);
+    const PixelRect whole { 0, 0, screen.w, screen.h };
+    std::optional<PixelRect> bounds;
+    auto add = [&](const DrawCommand& cmd) {
+        if (!sane(cmd.rect) || !sane(cmd.clip))
+            return;
+        // Text and a picture at its own size may reach past their rectangle, never past their clip.
+        PixelRect extent = intersect(cmd.clip, whole);
+        const bool overhangs = cmd.kind == DrawCommand::Kind::Text
+            || (cmd.kind == DrawCommand::Kind::Image && cmd.fit == runtime::ImageFit::Natural);
+        if (!overhangs)
+            extent = intersect(extent, cmd.rect);
+        if (extent.w <= 0 || extent.h <= 0)
+            return;
+        if (!bounds) {
+            bounds = extent;
+            return;
+        }
+        const int x0 = std::min(bounds->x, extent.x);
+        const int y0 = std::min(bounds->y, extent.y);
+        const int x1 = std::max(bounds->x + bounds->w, extent.x + extent.w);
+        const int y1 = std::max(bounds->y + bounds->h, extent.y + extent.h);
+        bounds = PixelRect { x0, y0, x1 - x0, y1 - y0 };
+    };
+    for (size_t i = 0; i < std::max(before.size(), after.size()); ++i) {
+        const DrawCommand* was = i < before.size() ? &before[i] : nullptr;
+        const DrawCommand* is = i < after.size() ? &after[i] : nullptr;
+        if (was && is && *was == *is) {
+            if (is->kind == DrawCommand::Kind::Film)
+                add(*is);
+            continue;
+        }
+        if (was)
+            add(*was);
+        if (is)
+            add(*is);
+    }
+    return bounds;
+}
+
+void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen, std::optional<PixelRect> area)
+{
+    const PixelRect whole { 0, 0, screen.w, screen.h };
+    const PixelRect region = area ? intersect(*area, whole) : whole;
+    if (region.w <= 0 || region.h <= 0)
+        return;
     SDL_SetRenderDrawBlendMode(m_renderer, SDL_BLENDMODE_NONE);
     // Clearing and painting what a full-screen picture or fill then covers whole would only cost: at
     // 1920x1080 each such layer is as dear as the rest of the frame.
-    const std::optional<size_t> cover = firstVisible(frame, screen);
+    const std::optional<size_t> cover = firstVisible(frame, region);
     if (!cover) {
+        const SDL_Rect r = toSdl(region);
+        SDL_RenderSetClipRect(m_renderer, &r);
         SDL_SetRenderDrawColor(m_renderer, 0, 0, 0, 255);
-        SDL_RenderClear(m_renderer);
+        SDL_RenderFillRect(m_renderer, &r);
     }
-    const size_t first = cover.value_or(0);
-
-    const PixelRect whole { 0, 0, screen.w, screen.h };
-    for (size_t i = first; i < frame.size(); ++i) {
+    for (size_t i = cover.value_or(0); i < frame.size(); ++i) {
         const DrawCommand& cmd = frame[i];
         if (!sane(cmd.rect) || !sane(cmd.clip))
             continue;
-        const PixelRect clip = intersect(cmd.clip, whole);
+        const PixelRect clip = intersect(cmd.clip, region);
         if (clip.w <= 0)
             continue;
         const SDL_Rect sdlClip = toSdl(clip);

@@ -30,8 +30,15 @@ public:
     // Where the pictures of playing films come from (none: films show as their black box).
     void setFilms(FilmFrames* films) { m_films = films; }
 
-    // Clears the target to black, then paints the commands bottom to top. Does not present.
-    void paint(const runtime::DrawList& frame, runtime::PixelSize screen);
+    // Paints the commands bottom to top over black, within area (the whole screen when none), leaving
+    // the rest of the target as it was. Does not present.
+    void paint(const runtime::DrawList& frame, runtime::PixelSize screen, std::optional<runtime::PixelRect> area = {});
+
+    // The part of the screen where two frames can differ: the bounds of every command that is not the
+    // same in both, and of every film, whose pictures change under the same command. nullopt when the
+    // frames paint alike.
+    static std::optional<runtime::PixelRect> damage(
+        const runtime::DrawList& before, const runtime::DrawList& after, runtime::PixelSize screen);
 
     // How many lines of text were rasterised so far: the ones the line cache did not hold.
     size_t linesRendered() const { return m_linesRendered; }
@@ -67,9 +74,9 @@ private:
     void textLine(const runtime::DrawCommand& cmd, const std::string& line, int y);
     // The picture at path as a texture of exactly size (pixels of the screen), or null.
     Texture* pictureTexture(const std::string& path, runtime::PixelSize size);
-    // The index of the last command that paints every pixel of the screen opaquely: nothing before
-    // it can show; nullopt when there is none, and the screen must be cleared first.
-    std::optional<size_t> firstVisible(const runtime::DrawList& frame, runtime::PixelSize screen);
+    // The index of the last command that paints every pixel of area opaquely: nothing before it can
+    // show there; nullopt when there is none, and the area must be cleared first.
+    std::optional<size_t> firstVisible(const runtime::DrawList& frame, const runtime::PixelRect& area);
 
     SDL_Renderer* m_renderer;
     SdlFonts& m_fonts;
