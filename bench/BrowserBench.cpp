@@ -2,8 +2,8 @@
 // run by the real Application and painted by the real SDL renderer into an off-screen surface.
 //   BM_SelectionStep: a held Down (then Up) key; each step is the repeat tick that moves the selection,
 //     timed from the tick to the frame handed to SDL; p50 and p99 over every step.
-//   BM_RepaintOfAnUnchangedScreen: one paint of the whole screen as it stands, which is what each
-//     change of a colour on it (the selection's pulse) costs.
+//   BM_WholeScreenRepaint: the whole screen painted again as it stands (the window uncovered, a film).
+//   BM_PulseOfOneRow: one row of the strip changing colour, as the selection's pulse makes it.
 // The clock is virtual, so only the work is timed, never a wait for a timer.
 #include "core/FailureLog.h"
 #include "platform/Files.h"
@@ -280,18 +280,40 @@ void BM_SelectionStep(benchmark::State& state)
 }
 BENCHMARK(BM_SelectionStep)->UseManualTime()->Iterations(600)->Unit(benchmark::kMillisecond);
 
-void BM_RepaintOfAnUnchangedScreen(benchmark::State& state)
+void BM_WholeScreenRepaint(benchmark::State& state)
 {
     BenchBrowser browser;
     browser.idle(1000);
+    for (auto _ : state)
+        browser.renderer().repaint();
+}
+BENCHMARK(BM_WholeScreenRepaint)->Unit(benchmark::kMillisecond);
+
+void BM_PulseOfOneRow(benchmark::State& state)
+{
+    BenchBrowser browser;
+    browser.idle(1000);
+    runtime::DrawList frame = browser.forms().frame();
+    // The middle one of the frame's lines of text stands for the selected row.
+    std::vector<size_t> texts;
+    for (size_t i = 0; i < frame.size(); ++i)
+        if (frame[i].kind == runtime::DrawCommand::Kind::Text)
+            texts.push_back(i);
+    if (texts.empty()) {
+        state.SkipWithError("no text on the screen");
+        return;
+    }
+    runtime::DrawCommand& row = frame[texts[texts.size() / 2]];
+    const uint32_t colours[2] = { row.colour, row.colour ^ 0xFFFFFFu };
     const size_t linesBefore = browser.renderer().linesRendered();
+    int tick = 0;
     for (auto _ : state) {
-        browser.forms().invalidate();
-        browser.forms().paintIfChanged();
+        row.colour = colours[++tick % 2];
+        browser.renderer().present(frame);
     }
     state.counters["lines_rasterised"] = static_cast<double>(browser.renderer().linesRendered() - linesBefore);
 }
-BENCHMARK(BM_RepaintOfAnUnchangedScreen)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PulseOfOneRow)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
