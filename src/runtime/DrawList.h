@@ -39,6 +39,7 @@ struct DrawCommand {
     FontSpec font;
     TextAlign align = TextAlign::Left;
     bool wrap = false; // Text: break lines at blanks to fit rect.w
+    bool operator==(const DrawCommand&) const = default;
 };
 
 using DrawList = std::vector<DrawCommand>;

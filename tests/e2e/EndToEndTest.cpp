@@ -2,20 +2,25 @@
 // started for real (the demo emulator, Debian's MAME), keys pressed into them, and the browser back in
 // charge when they end.
 #include "CabinetProcess.h"
+#include "ScreenGrab.h"
 #include "TempHome.h"
 #include "TraceDiff.h"
 #include "XvfbServer.h"
 
+#include <SDL_image.h>
 #include <gtest/gtest.h>
 
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace ombrel::test {
@@ -25,6 +30,8 @@ namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 constexpr const char* kMame = "/usr/games/mame";
+constexpr int kScreenW = 800;
+constexpr int kScreenH = 600;
 
 // Replaces a whole line of a CRLF file.
 void replaceLine(TempHome& home, const std::string& file, const std::string& from, const std::string& to)
@@ -67,7 +74,7 @@ protected:
     {
         if (!onPath("Xvfb") || !onPath("xdotool"))
             GTEST_SKIP() << "needs Xvfb and xdotool";
-        xvfb = XvfbServer::start("800x600x24");
+        xvfb = XvfbServer::start(std::to_string(kScreenW) + "x" + std::to_string(kScreenH) + "x24");
         if (!xvfb)
             GTEST_SKIP() << "Xvfb did not come up";
         // The demo cabinet, without its film so the browser comes up at once.
@@ -224,6 +231,105 @@ TEST_F(EndToEndTest, MameRunsFromTheListAndTheBrowserComesBack)
     EXPECT_EQ(cabinet->effects()[*moved], "select 5 2 \"Pong Doubles\"");
     exitFrontEnd();
     EXPECT_EQ(startSounds(cabinet->effects()), 1u) << cabinet->traceText();
+}
+
+// The skin on a real screen: the background picture shows wherever the skin places nothing, the strip
+// shows its rows, and a held Down moves the selection, which redraws the strip's middle row. Every
+// rectangle comes from the demo's skin.ini, scaled to the screen.
+// NOTE: disabled until the strip is laid out from skin.ini; until then its rows stand elsewhere.
+TEST_F(EndToEndTest, DISABLED_SkinIsDrawnAndTheStripFollowsTheSelection)
+{
+    home.write("ombrel.cfg", savedState(1, 3));
+    start();
+    const std::string skinFolder = home.path() + "omthemes/Ombrel/";
+    const auto skin = readSkinRects(skinFolder + "skin.ini", kScreenW, kScreenH);
+    ASSERT_TRUE(skin);
+    std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)> loaded(
+        IMG_Load((skinFolder + "background.jpg").c_str()), SDL_FreeSurface);
+    ASSERT_TRUE(loaded) << IMG_GetError();
+    std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)> picture(
+        SDL_ConvertSurfaceFormat(loaded.get(), SDL_PIXELFORMAT_RGB888, 0), SDL_FreeSurface);
+    ASSERT_TRUE(picture);
+    // The background picture stretched over the screen, at a screen pixel.
+    auto backgroundAt = [&](int x, int y) {
+        const int px = x * picture->w / kScreenW;
+        const int py = y * picture->h / kScreenH;
+        const auto* row = static_cast<const uint8_t*>(picture->pixels) + static_cast<ptrdiff_t>(py) * picture->pitch;
+        uint32_t pixel = 0;
+        std::memcpy(&pixel, row + px * 4, 4);
+        return pixel & 0xFFFFFFu;
+    };
+    // Drawn over the background: far from its colour there.
+    auto inked = [&](const ScreenGrab& shown, int x, int y) {
+        return colourDistance(shown.at(x, y), backgroundAt(x, y)) > 64;
+    };
+    // A point the skin leaves to the background: off every rectangle and every label's row.
+    constexpr int kMargin = 8;
+    auto free = [&](int x, int y) {
+        std::vector<ScreenRect> taken = skin->panels;
+        taken.push_back(skin->strip);
+        taken.push_back(skin->logo);
+        for (int top : skin->labelTops)
+            taken.push_back({ 0, top, kScreenW, kScreenH / 20 });
+        return std::none_of(taken.begin(), taken.end(), [&](const ScreenRect& r) {
+            return ScreenRect { r.x - kMargin, r.y - kMargin, r.w + 2 * kMargin, r.h + 2 * kMargin }.contains(x, y);
+        });
+    };
+
+    std::optional<ScreenGrab> shown;
+    int sampled = 0, matching = 0;
+    const bool background = eventually([&] {
+        shown = ScreenGrab::take(xvfb->name());
+        if (!shown)
+            return false;
+        sampled = matching = 0;
+        for (int y = 0; y < kScreenH; y += 10) {
+            for (int x = 0; x < kScreenW; x += 10) {
+                if (!free(x, y))
+                    continue;
+                ++sampled;
+                matching += colourDistance(shown->at(x, y), backgroundAt(x, y)) <= 24 ? 1 : 0;
+            }
+        }
+        return sampled > 100 && matching * 10 >= sampled * 9;
+    });
+    ASSERT_TRUE(shown) << "cannot read the screen of " << xvfb->name();
+    EXPECT_TRUE(background) << matching << " of " << sampled << " free points show the background";
+
+    // Rows of text in the strip: pixels far from the background there.
+    const ScreenRect strip = skin->strip;
+    auto inkIn = [&](const ScreenGrab& grab, const ScreenRect& r) {
+        int count = 0;
+        for (int y = r.y; y < r.y + r.h; ++y)
+            for (int x = r.x; x < r.x + r.w; ++x)
+                count += inked(grab, x, y) ? 1 : 0;
+        return count;
+    };
+    EXPECT_GT(inkIn(*shown, strip), 200) << "no rows in the strip at " << strip.x << "," << strip.y << " "
+                                         << strip.w << "x" << strip.h;
+
+    // The middle row: its text changes with the selection. Its ink, not its colour, is compared, since
+    // the selection's pulse changes colours on its own.
+    const ScreenRect middle { strip.x, strip.y + strip.h * 2 / 5, strip.w, strip.h / 5 };
+    const ScreenGrab before = *shown;
+    const size_t from = cabinet->effects().size();
+    ASSERT_TRUE(cabinet->xdotool({ "keydown", "Down" }));
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    ASSERT_TRUE(cabinet->xdotool({ "keyup", "Down" }));
+    ASSERT_TRUE(cabinet->waitForEffect("select ", from)) << cabinet->traceText();
+    int changed = 0;
+    eventually([&] {
+        auto after = ScreenGrab::take(xvfb->name());
+        if (!after)
+            return false;
+        changed = 0;
+        for (int y = middle.y; y < middle.y + middle.h; ++y)
+            for (int x = middle.x; x < middle.x + middle.w; ++x)
+                changed += inked(before, x, y) != inked(*after, x, y) ? 1 : 0;
+        return changed > 50;
+    }, 5000);
+    EXPECT_GT(changed, 50) << "the middle row did not change";
+    exitFrontEnd();
 }
 
 } // namespace

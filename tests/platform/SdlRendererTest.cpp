@@ -8,6 +8,7 @@
 
 #include <climits>
 #include <initializer_list>
+#include <optional>
 #include <tuple>
 
 namespace ombrel::platform::sdl {
@@ -96,6 +97,82 @@ TEST(SdlRenderer, FillsFramesAndTextLandInTheirBoxes)
     EXPECT_EQ(inkIn(renderer->surface(), { 5, 0, 59, 48 }), 0);
 }
 
+// Pictures are scaled once and kept at the size they are shown, opaque ones copied without blending,
+// and nothing is painted under a full-screen opaque layer; lines are rasterised once and tinted. None
+// of it may change a pixel against what the renderer itself gives.
+TEST(SdlRenderer, PicturesAndLinesAreMadeOnceAndPaintAsTheRendererWould)
+{
+    ombrel::test::TempHome home;
+    const std::string opaque = home.path() + "opaque.png";
+    ASSERT_TRUE(test::writeTwoColourPng(opaque, 8, 6, 0xFF0000, 0x0000FF));
+    // Left half see-through, right half half-transparent green.
+    const std::string clear = home.path() + "clear.png";
+    {
+        SurfacePtr surface(SDL_CreateRGBSurfaceWithFormat(0, 8, 6, 32, SDL_PIXELFORMAT_ARGB8888));
+        const SDL_Rect right { 4, 0, 4, 6 };
+        SDL_FillRect(surface.get(), nullptr, 0);
+        SDL_FillRect(surface.get(), &right, 0x8000FF00);
+        ASSERT_EQ(IMG_SavePNG(surface.get(), clear.c_str()), 0);
+    }
+    SdlFonts fonts;
+    SdlImages images;
+    auto renderer = SdlRenderer::offscreen({ kScreen.w, kScreen.h }, fonts, images);
+    ASSERT_TRUE(renderer);
+
+    // What SDL's renderer paints for the same frame, scaling the picture itself.
+    auto reference = [&](const std::string& path) {
+        SurfacePtr target(SDL_CreateRGBSurfaceWithFormat(0, kScreen.w, kScreen.h, 32, SDL_PIXELFORMAT_RGB888));
+        RendererPtr painter(SDL_CreateSoftwareRenderer(target.get()));
+        SDL_SetRenderDrawColor(painter.get(), 0, 0xFF, 0xFF, 255);
+        SDL_RenderClear(painter.get());
+        SurfacePtr loaded(IMG_Load(path.c_str()));
+        SurfacePtr argb(SDL_ConvertSurfaceFormat(loaded.get(), SDL_PIXELFORMAT_ARGB8888, 0));
+        TexturePtr texture(SDL_CreateTextureFromSurface(painter.get(), argb.get()));
+        SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
+        SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
+        const SDL_Rect dst { 0, 0, kScreen.w, kScreen.h };
+        SDL_RenderCopy(painter.get(), texture.get(), nullptr, &dst);
+        SDL_RenderFlush(painter.get());
+        return target;
+    };
+    for (const std::string& path : { opaque, clear }) {
+        DrawCommand picture = command(DrawCommand::Kind::Image, kScreen, 0);
+        picture.path = path;
+        // Twice: the second frame comes from the kept texture. Under the picture a fill, which the
+        // see-through picture must let show.
+        for (int frame = 0; frame < 2; ++frame) {
+            renderer->present({ fill(kScreen, 0xFF0000), fill(kScreen, 0xFFFF00), picture });
+            SurfacePtr expected = reference(path);
+            int differing = 0;
+            for (int y = 0; y < kScreen.h; ++y)
+                for (int x = 0; x < kScreen.w; ++x)
+                    differing += pixelAt(renderer->surface(), x, y) != pixelAt(expected.get(), x, y) ? 1 : 0;
+            EXPECT_EQ(differing, 0) << path << " frame " << frame;
+        }
+    }
+
+    // One line in white, then red, then white again: rasterised once, and each time in its colour.
+    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 10, 64, 20 }, 0xFFFFFF);
+    text.text = "Hi";
+    const size_t before = renderer->linesRendered();
+    for (uint32_t colour : { 0xFFFFFFu, kRed, 0xFFFFFFu }) {
+        text.colour = colour;
+        renderer->present({ text });
+        int inked = 0, offColour = 0;
+        for (int y = 10; y < 30; ++y) {
+            for (int x = 0; x < 20; ++x) {
+                const uint32_t pixel = pixelAt(renderer->surface(), x, y);
+                inked += pixel != 0 ? 1 : 0;
+                // A pixel of full ink is the colour itself; others are darker shades of it.
+                offColour += (colour == kRed ? (pixel & 0x00FFFFu) : (pixel >> 16) - (pixel & 0xFFu)) != 0 ? 1 : 0;
+            }
+        }
+        EXPECT_GT(inked, 10) << std::hex << colour;
+        EXPECT_EQ(offColour, 0) << std::hex << colour;
+    }
+    EXPECT_EQ(renderer->linesRendered() - before, 1u);
+}
+
 TEST(SdlRenderer, ContainPlacementAtItsLimits)
 {
     const struct
@@ -144,8 +221,39 @@ TEST(SdlRenderer, DamagedCommandsPaintNothingAndDoNotCrash)
     EXPECT_NE(renderer->screenshot({}, home.path() + "no/such/folder/shot.png"), "");
 }
 
-// The window draws through the same painter; with SDL's dummy video its pixels can be read back.
-TEST(SdlRenderer, WindowPaintsLikeOffscreenWithoutThePointer)
+// A changed frame repaints the commands that differ from the last one, and the films, whose pictures
+// change under the same command.
+TEST(SdlRenderer, DamageBoundsWhatDiffersBetweenFrames)
+{
+    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 20, 30, 10 }, 0xFFFFFF, { 2, 20, 20, 10 });
+    text.text = "Hi";
+    DrawCommand pulsed = text;
+    pulsed.colour = kRed;
+    DrawCommand film = command(DrawCommand::Kind::Film, { 40, 0, 10, 10 }, 0);
+    film.text = "mpIntro";
+    const runtime::DrawList base { fill(kScreen, 0xFF0000), text };
+    const struct
+    {
+        const char* name;
+        runtime::DrawList before, after;
+        std::optional<PixelRect> expected;
+    } rows[] = {
+        { "same", base, base, std::nullopt },
+        { "colourWithinTheClip", base, { fill(kScreen, 0xFF0000), pulsed }, PixelRect { 2, 20, 20, 10 } },
+        { "movedFillBothPlaces", { fill({ 0, 0, 4, 4 }, kRed) }, { fill({ 10, 10, 4, 4 }, kRed) },
+            PixelRect { 0, 0, 14, 14 } },
+        { "addedAndRemoved", base, { fill(kScreen, 0xFF0000) }, PixelRect { 2, 20, 20, 10 } },
+        { "offScreenPartCut", {}, { fill({ 60, 40, 10, 10 }, kRed) }, PixelRect { 60, 40, 4, 8 } },
+        { "filmAlways", { film }, { film }, PixelRect { 40, 0, 10, 10 } },
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(DrawListPainter::damage(row.before, row.after, { kScreen.w, kScreen.h }), row.expected) << row.name;
+}
+
+// The window draws through the same painter as offscreen, into its own surface, which SDL's dummy
+// video lets the test read. A later frame repaints only where it differs, and still shows what a
+// whole repaint would.
+TEST(SdlRenderer, WindowPaintsLikeOffscreenAndRepaintsOnlyWhatChanged)
 {
     SdlFonts fonts;
     SdlImages images;
@@ -158,22 +266,39 @@ TEST(SdlRenderer, WindowPaintsLikeOffscreenWithoutThePointer)
     EXPECT_EQ(window->screenSize(), (runtime::PixelSize { 64, 48 }));
     window->setPointerVisible(false);
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
-
-    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 20, 64, 20 }, 0xFFFFFF);
-    text.text = "Hi";
-    const runtime::DrawList frame { fill(kScreen, 0xFF0000), fill({ 8, 8, 16, 16 }, 0x00FF00), text };
-    window->present(frame);
-    SurfacePtr shown(SDL_CreateRGBSurfaceWithFormat(0, 64, 48, 32, SDL_PIXELFORMAT_RGB888));
-    ASSERT_EQ(SDL_RenderReadPixels(SDL_GetRenderer(window->window()), nullptr, SDL_PIXELFORMAT_RGB888,
-                  shown->pixels, shown->pitch),
-        0);
     auto offscreen = SdlRenderer::offscreen({ 64, 48 }, fonts, images);
-    offscreen->present(frame);
-    int differing = 0;
-    for (int y = 0; y < 48; ++y)
-        for (int x = 0; x < 64; ++x)
-            differing += pixelAt(shown.get(), x, y) != pixelAt(offscreen->surface(), x, y) ? 1 : 0;
-    EXPECT_EQ(differing, 0);
+    auto differing = [&] {
+        SDL_Surface* shown = SDL_GetWindowSurface(window->window());
+        int count = 0;
+        for (int y = 0; y < 48; ++y)
+            for (int x = 0; x < 64; ++x)
+                count += pixelAt(shown, x, y) != pixelAt(offscreen->surface(), x, y) ? 1 : 0;
+        return count;
+    };
+
+    DrawCommand text = command(DrawCommand::Kind::Text, { 0, 20, 64, 20 }, 0xFFFFFF, { 0, 20, 64, 20 });
+    text.text = "Hi";
+    const runtime::DrawList first { fill(kScreen, 0xFF0000), fill({ 8, 8, 16, 16 }, 0x00FF00), text };
+    window->present(first);
+    offscreen->present(first);
+    EXPECT_EQ(differing(), 0);
+
+    // A mark outside what the next frame changes survives it: that part was not painted again.
+    SDL_Surface* surface = SDL_GetWindowSurface(window->window());
+    const SDL_Rect mark { 60, 2, 1, 1 };
+    SDL_SetClipRect(surface, nullptr); // the renderer leaves its last clip on the surface
+    SDL_FillRect(surface, &mark, SDL_MapRGB(surface->format, 1, 2, 3));
+    DrawCommand pulsed = text;
+    pulsed.colour = kRed;
+    const runtime::DrawList second { fill(kScreen, 0xFF0000), fill({ 30, 8, 16, 16 }, 0x00FF00), pulsed };
+    window->present(second);
+    EXPECT_EQ(pixelAt(surface, 60, 2), 0x010203u);
+    // Elsewhere the window shows what a whole repaint of the frame shows: the fill gone from its old
+    // place, the text in its new colour.
+    offscreen->present(second);
+    EXPECT_EQ(differing(), 1);
+    window->repaint();
+    EXPECT_EQ(differing(), 0);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 namespace ombrel::platform::sdl {
@@ -14,8 +15,13 @@ using runtime::PixelSize;
 
 constexpr size_t kMaxPictureTextures = 160;
 constexpr size_t kMaxLineTextures = 512;
+// Pictures are kept scaled to the size they are shown at up to this side; a bigger one is scaled by
+// the renderer on each frame (no screen is that big, so only a damaged layout gets there).
+constexpr int kMaxScaledSide = 8192;
 // Coordinates beyond this are damage, not layout; keeping within it keeps every sum below in range.
 constexpr int kMaxCoordinate = 1 << 24;
+// Lines are rasterised in white and tinted when copied: white times the tint is the tint exactly.
+constexpr uint32_t kWhite = 0xFFFFFF;
 
 bool sane(const PixelRect& r)
 {
@@ -32,6 +38,38 @@ PixelRect intersect(const PixelRect& a, const PixelRect& b)
     if (x1 <= x0 || y1 <= y0)
         return {};
     return { x0, y0, x1 - x0, y1 - y0 };
+}
+
+// Whether every pixel of a 32-bit ARGB picture has full alpha.
+bool opaquePixels(SDL_Surface* surface)
+{
+    if (surface->format->BytesPerPixel != 4 || surface->format->Amask == 0)
+        return !SDL_ISPIXELFORMAT_ALPHA(surface->format->format) && !SDL_HasColorKey(surface);
+    const Uint32 amask = surface->format->Amask;
+    SDL_LockSurface(surface);
+    bool opaque = true;
+    for (int y = 0; y < surface->h && opaque; ++y) {
+        const auto* row = reinterpret_cast<const Uint32*>(static_cast<const Uint8*>(surface->pixels)
+            + static_cast<ptrdiff_t>(y) * surface->pitch);
+        for (int x = 0; x < surface->w; ++x) {
+            if ((row[x] & amask) != amask) {
+                opaque = false;
+                break;
+            }
+        }
+    }
+    SDL_UnlockSurface(surface);
+    return opaque;
+}
+
+// The picture scaled to size with linear filtering, as the renderer scales a texture; null when the
+// scaling fails (the caller then lets the renderer scale).
+SurfacePtr scaledCopy(SDL_Surface* source, PixelSize size)
+{
+    SurfacePtr scaled(SDL_CreateRGBSurfaceWithFormat(0, size.w, size.h, 32, source->format->format));
+    if (!scaled || SDL_SoftStretchLinear(source, nullptr, scaled.get(), nullptr) != 0)
+        return nullptr;
+    return scaled;
 }
 
 SDL_Rect toSdl(const PixelRect& r)
@@ -138,18 +176,86 @@ PixelRect DrawListPainter::placeImage(runtime::ImageFit fit, const PixelRect& re
     return { rect.x + (rect.w - w) / 2, rect.y + (rect.h - h) / 2, w, h };
 }
 
-void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen)
+std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& frame, const PixelRect& area)
 {
-    SDL_RenderSetClipRect(m_renderer, nullptr);
-    SDL_SetRenderDrawBlendMode(m_renderer, SDL_BLENDMODE_NONE);
-    SDL_SetRenderDrawColor(m_renderer, 0, 0, 0, 255);
-    SDL_RenderClear(m_renderer);
+    for (size_t i = frame.size(); i-- > 0;) {
+        const DrawCommand& cmd = frame[i];
+        if (!sane(cmd.rect) || !sane(cmd.clip) || !(intersect(intersect(cmd.rect, cmd.clip), area) == area))
+            continue;
+        if (cmd.kind == DrawCommand::Kind::Fill)
+            return i;
+        if (cmd.kind == DrawCommand::Kind::Image && cmd.fit == runtime::ImageFit::Stretch) {
+            const Texture* texture = pictureTexture(cmd.path, { cmd.rect.w, cmd.rect.h });
+            if (texture && texture->opaque)
+                return i;
+        }
+    }
+    return std::nullopt;
+}
 
+std::optional<PixelRect> DrawListPainter::damage(
+    const runtime::DrawList& before, const runtime::DrawList& after, PixelSize screen)
+{
     const PixelRect whole { 0, 0, screen.w, screen.h };
-    for (const DrawCommand& cmd : frame) {
+    std::optional<PixelRect> bounds;
+    auto add = [&](const DrawCommand& cmd) {
+        if (!sane(cmd.rect) || !sane(cmd.clip))
+            return;
+        // Text and a picture at its own size may reach past their rectangle, never past their clip.
+        PixelRect extent = intersect(cmd.clip, whole);
+        const bool overhangs = cmd.kind == DrawCommand::Kind::Text
+            || (cmd.kind == DrawCommand::Kind::Image && cmd.fit == runtime::ImageFit::Natural);
+        if (!overhangs)
+            extent = intersect(extent, cmd.rect);
+        if (extent.w <= 0 || extent.h <= 0)
+            return;
+        if (!bounds) {
+            bounds = extent;
+            return;
+        }
+        const int x0 = std::min(bounds->x, extent.x);
+        const int y0 = std::min(bounds->y, extent.y);
+        const int x1 = std::max(bounds->x + bounds->w, extent.x + extent.w);
+        const int y1 = std::max(bounds->y + bounds->h, extent.y + extent.h);
+        bounds = PixelRect { x0, y0, x1 - x0, y1 - y0 };
+    };
+    for (size_t i = 0; i < std::max(before.size(), after.size()); ++i) {
+        const DrawCommand* was = i < before.size() ? &before[i] : nullptr;
+        const DrawCommand* is = i < after.size() ? &after[i] : nullptr;
+        if (was && is && *was == *is) {
+            if (is->kind == DrawCommand::Kind::Film)
+                add(*is);
+            continue;
+        }
+        if (was)
+            add(*was);
+        if (is)
+            add(*is);
+    }
+    return bounds;
+}
+
+void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen, std::optional<PixelRect> area)
+{
+    const PixelRect whole { 0, 0, screen.w, screen.h };
+    const PixelRect region = area ? intersect(*area, whole) : whole;
+    if (region.w <= 0 || region.h <= 0)
+        return;
+    SDL_SetRenderDrawBlendMode(m_renderer, SDL_BLENDMODE_NONE);
+    // Clearing and painting what a full-screen picture or fill then covers whole would only cost: at
+    // 1920x1080 each such layer is as dear as the rest of the frame.
+    const std::optional<size_t> cover = firstVisible(frame, region);
+    if (!cover) {
+        const SDL_Rect r = toSdl(region);
+        SDL_RenderSetClipRect(m_renderer, &r);
+        SDL_SetRenderDrawColor(m_renderer, 0, 0, 0, 255);
+        SDL_RenderFillRect(m_renderer, &r);
+    }
+    for (size_t i = cover.value_or(0); i < frame.size(); ++i) {
+        const DrawCommand& cmd = frame[i];
         if (!sane(cmd.rect) || !sane(cmd.clip))
             continue;
-        const PixelRect clip = intersect(cmd.clip, whole);
+        const PixelRect clip = intersect(cmd.clip, region);
         if (clip.w <= 0)
             continue;
         const SDL_Rect sdlClip = toSdl(clip);
@@ -232,35 +338,49 @@ void DrawListPainter::frame(const DrawCommand& cmd)
     SDL_RenderFillRects(m_renderer, sides, 4);
 }
 
-DrawListPainter::Texture* DrawListPainter::pictureTexture(const std::string& path)
+DrawListPainter::Texture* DrawListPainter::pictureTexture(const std::string& path, PixelSize size)
 {
     SharedSurface surface = m_images.picture(path);
-    if (!surface)
+    if (!surface || size.w <= 0 || size.h <= 0)
         return nullptr;
-    if (Texture* cached = m_pictures.find(path)) {
+    const std::string key = std::to_string(size.w) + "x" + std::to_string(size.h) + '\x1f' + path;
+    if (Texture* cached = m_pictures.find(key)) {
         const bool same = !cached->source.owner_before(surface) && !surface.owner_before(cached->source);
         if (same)
             return cached;
     }
-    TexturePtr texture(SDL_CreateTextureFromSurface(m_renderer, surface.get()));
+    // Scaled here once rather than by the renderer on every frame. A picture larger than the screen
+    // (a damaged size) is left to the renderer, which only samples it.
+    SurfacePtr scaled;
+    const bool resize = !(size == PixelSize { surface->w, surface->h });
+    if (resize && size.w <= kMaxScaledSide && size.h <= kMaxScaledSide)
+        scaled = scaledCopy(surface.get(), size);
+    SDL_Surface* shown = scaled ? scaled.get() : surface.get();
+    TexturePtr texture(SDL_CreateTextureFromSurface(m_renderer, shown));
     if (!texture)
         return nullptr;
+    const bool opaque = opaquePixels(shown);
     SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
-    SDL_SetTextureBlendMode(texture.get(), SDL_BLENDMODE_BLEND);
+    // An opaque picture is copied, not blended: the same pixels at a fraction of the cost.
+    SDL_SetTextureBlendMode(texture.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     Texture entry;
     entry.texture = std::move(texture);
-    entry.size = { surface->w, surface->h };
+    entry.size = { shown->w, shown->h };
     entry.source = surface;
-    return &m_pictures.insert(path, std::move(entry));
+    entry.opaque = opaque;
+    return &m_pictures.insert(key, std::move(entry));
 }
 
 void DrawListPainter::image(const DrawCommand& cmd)
 {
-    Texture* texture = pictureTexture(cmd.path);
-    if (!texture)
+    SharedSurface surface = m_images.picture(cmd.path);
+    if (!surface)
         return;
-    const PixelRect place = placeImage(cmd.fit, cmd.rect, texture->size);
+    const PixelRect place = placeImage(cmd.fit, cmd.rect, { surface->w, surface->h });
     if (place.w <= 0 || place.h <= 0)
+        return;
+    Texture* texture = pictureTexture(cmd.path, { place.w, place.h });
+    if (!texture)
         return;
     const SDL_Rect dst = toSdl(place);
     SDL_RenderCopy(m_renderer, texture->texture.get(), nullptr, &dst);
@@ -290,14 +410,14 @@ void DrawListPainter::textLine(const DrawCommand& cmd, const std::string& line, 
     key += '\x1f';
     key += std::to_string(SdlFonts::pixelSize(cmd.font.sizePt));
     key += cmd.font.bold ? 'b' : 'r';
-    key += std::to_string(cmd.colour & 0xFFFFFFu);
     key += '\x1f';
     key += line;
     Texture* texture = m_lines.find(key);
     if (!texture) {
-        SurfacePtr surface = m_fonts.renderLine(cmd.font, line, cmd.colour);
+        SurfacePtr surface = m_fonts.renderLine(cmd.font, line, kWhite);
         if (!surface)
             return;
+        ++m_linesRendered;
         TexturePtr made(SDL_CreateTextureFromSurface(m_renderer, surface.get()));
         if (!made)
             return;
@@ -312,6 +432,8 @@ void DrawListPainter::textLine(const DrawCommand& cmd, const std::string& line, 
         x = cmd.rect.x + cmd.rect.w - texture->size.w;
     else if (cmd.align == runtime::TextAlign::Center)
         x = cmd.rect.x + (cmd.rect.w - texture->size.w) / 2;
+    const SDL_Color c = sdlColour(cmd.colour);
+    SDL_SetTextureColorMod(texture->texture.get(), c.r, c.g, c.b);
     const SDL_Rect dst { x, y, texture->size.w, texture->size.h };
     SDL_RenderCopy(m_renderer, texture->texture.get(), nullptr, &dst);
 }

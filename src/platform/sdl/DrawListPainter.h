@@ -10,13 +10,16 @@
 #include <cstddef>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
 namespace ombrel::platform::sdl {
 
-// Paints frames with one SDL_Renderer. It keeps the textures it made (pictures by path, lines of text
-// by font, colour and text) so that a frame like the last one costs little.
+// Paints frames with one SDL_Renderer. It keeps the textures it made (pictures by path at the size they
+// are shown, lines of text by font and text) so that a frame like the last one costs little: a picture
+// is scaled once, not on every frame, and a line is rasterised once in white and tinted to its colour,
+// so a change of colour alone (the selection's pulse) rasterises nothing.
 class DrawListPainter
 {
 public:
@@ -27,8 +30,18 @@ public:
     // Where the pictures of playing films come from (none: films show as their black box).
     void setFilms(FilmFrames* films) { m_films = films; }
 
-    // Clears the target to black, then paints the commands bottom to top. Does not present.
-    void paint(const runtime::DrawList& frame, runtime::PixelSize screen);
+    // Paints the commands bottom to top over black, within area (the whole screen when none), leaving
+    // the rest of the target as it was. Does not present.
+    void paint(const runtime::DrawList& frame, runtime::PixelSize screen, std::optional<runtime::PixelRect> area = {});
+
+    // The part of the screen where two frames can differ: the bounds of every command that is not the
+    // same in both, and of every film, whose pictures change under the same command. nullopt when the
+    // frames paint alike.
+    static std::optional<runtime::PixelRect> damage(
+        const runtime::DrawList& before, const runtime::DrawList& after, runtime::PixelSize screen);
+
+    // How many lines of text were rasterised so far: the ones the line cache did not hold.
+    size_t linesRendered() const { return m_linesRendered; }
 
     // Where a picture of the given size goes when fitted into rect.
     static runtime::PixelRect placeImage(
@@ -40,6 +53,7 @@ private:
         TexturePtr texture;
         runtime::PixelSize size;
         std::weak_ptr<SDL_Surface> source; // the decoded picture it was made from
+        bool opaque = false; // no pixel lets what is below show through
         std::list<std::string>::iterator lru;
     };
     // Textures by key, the least recently used dropped past a count.
@@ -58,7 +72,11 @@ private:
     void text(const runtime::DrawCommand& cmd);
     void film(const runtime::DrawCommand& cmd);
     void textLine(const runtime::DrawCommand& cmd, const std::string& line, int y);
-    Texture* pictureTexture(const std::string& path);
+    // The picture at path as a texture of exactly size (pixels of the screen), or null.
+    Texture* pictureTexture(const std::string& path, runtime::PixelSize size);
+    // The index of the last command that paints every pixel of area opaquely: nothing before it can
+    // show there; nullopt when there is none, and the area must be cleared first.
+    std::optional<size_t> firstVisible(const runtime::DrawList& frame, const runtime::PixelRect& area);
 
     SDL_Renderer* m_renderer;
     SdlFonts& m_fonts;
@@ -66,6 +84,7 @@ private:
     TextureCache m_pictures;
     TextureCache m_lines;
     FilmFrames* m_films = nullptr;
+    size_t m_linesRendered = 0;
     struct FilmTexture {
         TexturePtr texture;
         runtime::PixelSize size;

@@ -25,6 +25,8 @@ uint32_t axisValue(SDL_Joystick* stick, int axis)
 SdlJoystick::SdlJoystick()
     : m_subsystem(joystickSubsystem())
 {
+    if (m_subsystem.ok())
+        SDL_JoystickEventState(SDL_IGNORE);
 }
 
 bool SdlJoystick::read(JoyInfo& info)

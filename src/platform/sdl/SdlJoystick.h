@@ -9,7 +9,9 @@
 namespace ombrel::platform::sdl {
 
 // Each read takes the stick's state fresh from the driver, so it does not depend on anyone pumping
-// SDL's event queue. A stick plugged in after start is opened at the next read; one pulled out makes
+// SDL's event queue. SDL's joystick events are switched off: the poll timers read the state, so events
+// would only wake the loop for nothing, and with them on SDL's event pump updates every stick on each
+// turn and its wait polls instead of sleeping while a stick is plugged in. A stick plugged in after start is opened at the next read; one pulled out makes
 // reads false until a stick (the new stick 0) is there again.
 //
 // Axes 0 to 5 go to x, y, z, r, u, v, each shifted from -32768..32767 to 0..65535; axes the stick lacks

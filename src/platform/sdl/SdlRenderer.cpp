@@ -54,20 +54,33 @@ std::unique_ptr<SdlRenderer> SdlRenderer::openWindow(
         error = std::string("cannot open a window: ") + SDL_GetError();
         return nullptr;
     }
-    self->m_renderer.reset(SDL_CreateRenderer(self->m_window.get(), -1, SDL_RENDERER_ACCELERATED));
-    if (!self->m_renderer)
-        self->m_renderer.reset(SDL_CreateRenderer(self->m_window.get(), -1, SDL_RENDERER_SOFTWARE));
-    if (!self->m_renderer) {
+    if (!self->attachWindowSurface()) {
         error = std::string("cannot draw in the window: ") + SDL_GetError();
         return nullptr;
     }
-    int w = 0;
-    int h = 0;
-    SDL_GetWindowSize(self->m_window.get(), &w, &h);
-    self->m_size = saneSize({ w, h });
-    self->m_painter = std::make_unique<DrawListPainter>(self->m_renderer.get(), fonts, images);
-    self->m_painter->setFilms(self->m_films);
     return self;
+}
+
+bool SdlRenderer::attachWindowSurface()
+{
+    // Otherwise SDL may back the window's surface with a texture of a GPU renderer and show each
+    // update as a new frame of the whole window, which costs as much as painting it whole; the
+    // system's own framebuffer (shared memory on X11) takes just the changed rectangle.
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+    SDL_Surface* surface = SDL_GetWindowSurface(m_window.get());
+    if (!surface)
+        return false;
+    RendererPtr renderer(SDL_CreateSoftwareRenderer(surface));
+    if (!renderer)
+        return false;
+    m_painter.reset();
+    m_renderer = std::move(renderer);
+    m_windowSurface = surface;
+    m_size = saneSize({ surface->w, surface->h });
+    m_painted = false;
+    m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), m_fonts, m_images);
+    m_painter->setFilms(m_films);
+    return true;
 }
 
 std::unique_ptr<SdlRenderer> SdlRenderer::offscreen(
@@ -91,6 +104,7 @@ bool SdlRenderer::makeTarget(runtime::PixelSize size)
     m_renderer = std::move(renderer);
     m_target = std::move(target);
     m_size = size;
+    m_painted = false;
     m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), m_fonts, m_images);
     m_painter->setFilms(m_films);
     return true;
@@ -109,23 +123,40 @@ void SdlRenderer::setScreenSize(runtime::PixelSize size)
     if (!(SDL_GetWindowFlags(m_window.get()) & SDL_WINDOW_FULLSCREEN_DESKTOP))
         SDL_SetWindowSize(m_window.get(), size.w, size.h);
     m_size = size;
+    m_painted = false;
 }
 
 void SdlRenderer::present(const runtime::DrawList& frame)
 {
+    const auto changed = m_painted ? DrawListPainter::damage(m_lastFrame, frame, m_size) : std::nullopt;
+    const bool whole = !m_painted;
     m_lastFrame = frame;
-    repaint();
+    if (whole)
+        paint(std::nullopt);
+    else if (changed)
+        paint(changed);
 }
 
-void SdlRenderer::repaint()
+void SdlRenderer::repaint() { paint(std::nullopt); }
+
+void SdlRenderer::paint(std::optional<runtime::PixelRect> area)
 {
+    // A window whose size changed has a new surface; the old one is gone with what it held.
+    if (m_window && SDL_GetWindowSurface(m_window.get()) != m_windowSurface) {
+        if (!attachWindowSurface())
+            return;
+        area.reset();
+    }
     if (!m_painter)
         return;
-    m_painter->paint(m_lastFrame, m_size);
-    if (m_window)
-        SDL_RenderPresent(m_renderer.get());
-    else
-        SDL_RenderFlush(m_renderer.get());
+    m_painter->paint(m_lastFrame, m_size, area);
+    SDL_RenderFlush(m_renderer.get());
+    m_painted = true;
+    if (!m_window)
+        return;
+    const runtime::PixelRect shown = area.value_or(runtime::PixelRect { 0, 0, m_size.w, m_size.h });
+    const SDL_Rect rect { shown.x, shown.y, shown.w, shown.h };
+    SDL_UpdateWindowSurfaceRects(m_window.get(), &rect, 1);
 }
 
 std::string SdlRenderer::screenshot(const runtime::DrawList& frame, const std::string& pngPath)
