@@ -236,8 +236,7 @@ TEST_F(EndToEndTest, MameRunsFromTheListAndTheBrowserComesBack)
 // The skin on a real screen: the background picture shows wherever the skin places nothing, the strip
 // shows its rows, and a held Down moves the selection, which redraws the strip's middle row. Every
 // rectangle comes from the demo's skin.ini, scaled to the screen.
-// NOTE: disabled until the strip is laid out from skin.ini; until then its rows stand elsewhere.
-TEST_F(EndToEndTest, DISABLED_SkinIsDrawnAndTheStripFollowsTheSelection)
+TEST_F(EndToEndTest, SkinIsDrawnAndTheStripFollowsTheSelection)
 {
     home.write("ombrel.cfg", savedState(1, 3));
     start();
