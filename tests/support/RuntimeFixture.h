@@ -61,6 +61,8 @@ public:
     // Serves what is pending without moving time.
     void settle() { loop.doEvents(); }
     void runFor(int64_t ms) { loop.runFor(ms); }
+    // A form of that name with no controls of its own, 7680 by 5760 twips, loaded.
+    runtime::Form& plainForm(const std::string& name);
 
     runtime::VirtualClock clock;
     JumpingSource source { clock };
