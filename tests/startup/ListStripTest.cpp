@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using namespace ombrel;
@@ -143,10 +144,8 @@ TEST(ListStripTest, APictureStripSkinTakesTheRowsDownAndPulsesOnlyItsHighlight)
     run.listType = "snap";
     run.midRow = 0;
     browser::SetListSize(main.c, run, main.strip, fx.cabinet().scheme);
-    EXPECT_EQ(main.c.ll.count(), 1);
-    EXPECT_FALSE(main.c.ll(0).visible());
-    EXPECT_TRUE(main.c.shphigh.visible());
-    EXPECT_EQ(run.listType, "snap");
+    EXPECT_EQ(std::tuple(main.c.ll.count(), main.c.ll(0).visible(), main.c.shphigh.visible(), run.listType),
+        std::tuple(1, false, true, "snap"));
     const uint32_t hiddenColour = main.c.ll(0).foreColor();
     pulse(nullptr);
     EXPECT_EQ(main.c.ll(0).foreColor(), hiddenColour);
@@ -179,19 +178,18 @@ TEST(ListStripTest, TheMouseOnTheRowsMovesTheSelectionStartsTheGameAndScrolls)
     EXPECT_EQ(fx.listIndex(), 3);
 
     // Held buttons: right scrolls by pages, left by games, both together both; either release stops both.
+    // The timers, in order: timscroller (pages), timscroller2 (games), timScr.
+    const auto timers = [&] {
+        return std::tuple(main.timscroller.enabled(), main.timscroller2.enabled(), main.timScr.enabled());
+    };
     for (int released : { 1, 2 }) {
         SCOPED_TRACE(released);
         fx.mouse(InputKind::MouseDown, "Main.ll(2)", 2);
-        EXPECT_TRUE(main.timscroller.enabled());
-        EXPECT_FALSE(main.timscroller2.enabled());
-        EXPECT_FALSE(main.timScr.enabled());
+        EXPECT_EQ(timers(), std::tuple(true, false, false));
         fx.mouse(InputKind::MouseDown, "Main.ll(2)", 1);
-        EXPECT_TRUE(main.timscroller.enabled());
-        EXPECT_TRUE(main.timscroller2.enabled());
+        EXPECT_EQ(timers(), std::tuple(true, true, false));
         fx.mouse(InputKind::MouseUp, "Main.ll(2)", released);
-        EXPECT_FALSE(main.timscroller.enabled());
-        EXPECT_FALSE(main.timscroller2.enabled());
-        EXPECT_TRUE(main.timScr.enabled());
+        EXPECT_EQ(timers(), std::tuple(false, false, true));
     }
 
     // Double click: its first click chooses, and the game starts at once.

@@ -94,7 +94,6 @@ struct Themed
         fx.home.write("omthemes/Skin/start.mp3", "hello");
         fx.boot();
     }
-    browser::MainControls& c() { return fx.main().c; }
 };
 
 TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
@@ -113,7 +112,7 @@ TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
     for (const auto& [scheme, fontSize, font] : rows) {
         SCOPED_TRACE(fontSize);
         Themed t(scheme, { .fontSize = fontSize });
-        auto& c = t.c();
+        auto& c = t.fx.main().c;
         const bool read = scheme.has_value();
         EXPECT_EQ(t.fx.cabinet().scheme.schemeSize, font.sizePt);
         for (uint32_t colour : { t.fx.main().backColor(), c.xFlyer.backColor(), c.xCabinet.backColor() })
