@@ -37,13 +37,12 @@ std::optional<std::string> token(std::string_view& line)
         i = std::min(line.find(' '), line.size());
         out = line.substr(0, i);
     } else {
-        const std::map<char, char> escapes { { 'n', '\n' }, { 'r', '\r' }, { 't', '\t' }, { '"', '"' },
-            { '\\', '\\' } };
+        const std::string_view escaped = "nrt\"\\", meant = "\n\r\t\"\\";
         for (i = 1; i < line.size() && line[i] != '"'; ++i) {
             if (line[i] != '\\') {
                 out += line[i];
-            } else if (i + 1 < line.size() && escapes.contains(line[i + 1])) {
-                out += escapes.at(line[++i]);
+            } else if (i + 1 < line.size() && escaped.find(line[i + 1]) != escaped.npos) {
+                out += meant[escaped.find(line[++i])];
             } else if (i + 3 < line.size() && line[i + 1] == 'x') {
                 out += static_cast<char>(std::stoi(std::string(line.substr(i + 2, 2)), nullptr, 16));
                 i += 3;

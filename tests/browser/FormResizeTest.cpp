@@ -17,13 +17,6 @@
 namespace ombrel::test {
 namespace {
 
-using Box = std::array<double, 4>; // Left, Top, Width, Height
-
-Box boxOf(const runtime::Control& control)
-{
-    return { control.left(), control.top(), control.width(), control.height() };
-}
-
 // A control of the line kind: two ends, X1, Y1, X2 and Y2, besides its box.
 class Line final : public runtime::Control
 {

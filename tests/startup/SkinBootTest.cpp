@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
 #include <string>
 #include <tuple>
@@ -28,16 +27,13 @@ TEST(SkinBootTest, TheSkinsLayoutIsSpreadOverTheScreen)
     fx.boot({ .skin = kSkin });
     auto& c = fx.main().c;
     EXPECT_EQ(fx.main().width(), 9600);
-    const auto box = [](const runtime::Control& control) {
-        return std::array { control.left(), control.top(), control.width(), control.height() };
-    };
     const auto scaled = [](double left, double top, double width, double height) {
-        return std::array { left * 1.25, top * 1.25, width * 1.25, height * 1.25 };
+        return Box { left * 1.25, top * 1.25, width * 1.25, height * 1.25 };
     };
-    EXPECT_EQ(box(c.xScreen), scaled(2856, 1152, 1848, 1332));
-    EXPECT_EQ(box(c.xlogo), scaled(3360, 2640, 1452, 1092));
-    EXPECT_EQ(box(c.picf), scaled(123, 723, 12, 12));
-    EXPECT_EQ(box(c.lblNav(1)), scaled(3366 + 204, 3720, 192, 192));
+    EXPECT_EQ(boxOf(c.xScreen), scaled(2856, 1152, 1848, 1332));
+    EXPECT_EQ(boxOf(c.xlogo), scaled(3360, 2640, 1452, 1092));
+    EXPECT_EQ(boxOf(c.picf), scaled(123, 723, 12, 12));
+    EXPECT_EQ(boxOf(c.lblNav(1)), scaled(3366 + 204, 3720, 192, 192));
     EXPECT_EQ(std::tuple(c.lblNav(4).visible(), c.lblPath.visible(), fx.main().strip.stripGap,
                   fx.main().strip.listCols),
         std::tuple(true, true, 75, 2));
@@ -51,7 +47,7 @@ TEST(SkinBootTest, TheSkinsLayoutIsSpreadOverTheScreen)
     EXPECT_FALSE(fx.showing("Main"));
     fx.runFor(100);
     ASSERT_TRUE(fx.showing("Main"));
-    EXPECT_EQ(box(fx.main().c.xScreen), scaled(2856, 1152, 1848, 1332));
+    EXPECT_EQ(boxOf(fx.main().c.xScreen), scaled(2856, 1152, 1848, 1332));
     const std::string log = fx.failureEcho.str();
     EXPECT_NE(log.find("omthemes/Skin/skin.ini cannot be opened"), std::string::npos) << log;
     browser::KillDisplay(fx.main().c, fx.cabinet().run);

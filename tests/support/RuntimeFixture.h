@@ -8,11 +8,13 @@
 #include "platform/fake/FakeImages.h"
 #include "platform/fake/FakeRenderer.h"
 #include "runtime/Clock.h"
+#include "runtime/Control.h"
 #include "runtime/EventLoop.h"
 #include "runtime/EventSource.h"
 #include "runtime/FormStack.h"
 #include "runtime/Trace.h"
 
+#include <array>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -45,6 +47,13 @@ public:
 private:
     runtime::VirtualClock& m_clock;
 };
+
+// A control's place and size as one value: Left, Top, Width, Height.
+using Box = std::array<double, 4>;
+inline Box boxOf(const runtime::Control& control)
+{
+    return { control.left(), control.top(), control.width(), control.height() };
+}
 
 class RuntimeFixture {
 public:
