@@ -75,18 +75,15 @@ std::optional<DumpLine> parseDumpLine(std::string_view line)
     return parsed;
 }
 
-std::string longCaption()
-{
-    std::string text;
-    for (int i = 0; text.size() < 10'000; ++i)
-        text += "ab\\\"\n\x01"[i % 6];
-    return text;
-}
-
 // Line ends, tab, quote, a trailing backslash (which must not swallow the closing quote), Windows-1252,
 // other control bytes, and length.
 const std::vector<std::string> kCaptions { "Pac\r\nMan", "a\rb", "a\tb", "say \"hi\"", "C:\\roms\\",
-    "caf\xE9 \x93q\x94", std::string("\x01\x1F\x7F", 3), longCaption() };
+    "caf\xE9 \x93q\x94", std::string("\x01\x1F\x7F", 3), [] {
+        std::string text;
+        while (text.size() < 10'000)
+            text += "ab\\\"\n\x01";
+        return text;
+    }() };
 
 // The fields of each kind of control after the ones all have.
 const std::map<std::string, std::vector<std::string>> kKindFields {
