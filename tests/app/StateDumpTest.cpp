@@ -37,13 +37,12 @@ std::optional<std::string> token(std::string_view& line)
         i = std::min(line.find(' '), line.size());
         out = line.substr(0, i);
     } else {
-        const std::map<char, char> escapes { { 'n', '\n' }, { 'r', '\r' }, { 't', '\t' }, { '"', '"' },
-            { '\\', '\\' } };
+        const std::string_view escaped = "nrt\"\\", meant = "\n\r\t\"\\";
         for (i = 1; i < line.size() && line[i] != '"'; ++i) {
             if (line[i] != '\\') {
                 out += line[i];
-            } else if (i + 1 < line.size() && escapes.contains(line[i + 1])) {
-                out += escapes.at(line[++i]);
+            } else if (i + 1 < line.size() && escaped.find(line[i + 1]) != escaped.npos) {
+                out += meant[escaped.find(line[++i])];
             } else if (i + 3 < line.size() && line[i + 1] == 'x') {
                 out += static_cast<char>(std::stoi(std::string(line.substr(i + 2, 2)), nullptr, 16));
                 i += 3;
@@ -76,23 +75,21 @@ std::optional<DumpLine> parseDumpLine(std::string_view line)
     return parsed;
 }
 
-std::string longCaption()
-{
-    std::string text;
-    for (int i = 0; text.size() < 10'000; ++i)
-        text += "ab\\\"\n\x01"[i % 6];
-    return text;
-}
+// Line ends, tab, quote, a trailing backslash (which must not swallow the closing quote), Windows-1252,
+// other control bytes, and length.
+const std::vector<std::string> kCaptions { "Pac\r\nMan", "a\rb", "a\tb", "say \"hi\"", "C:\\roms\\",
+    "caf\xE9 \x93q\x94", std::string("\x01\x1F\x7F", 3), [] {
+        std::string text;
+        while (text.size() < 10'000)
+            text += "ab\\\"\n\x01";
+        return text;
+    }() };
 
-const std::vector<std::pair<const char*, std::string>> kCaptions {
-    { "crlf", "Pac\r\nMan" },
-    { "loneCr", "a\rb" },
-    { "tab", "a\tb" },
-    { "quote", "say \"hi\"" },
-    { "backslash", "C:\\roms\\" }, // a trailing backslash must not swallow the closing quote
-    { "windows1252", "caf\xE9 \x93q\x94" },
-    { "controls", std::string("\x01\x1F\x7F", 3) },
-    { "long", longCaption() },
+// The fields of each kind of control after the ones all have.
+const std::map<std::string, std::vector<std::string>> kKindFields {
+    { "label", { "fore", "back", "style", "align", "font", "file", "size", "bold", "caption" } },
+    { "picture", { "back", "picture" } }, { "image", { "picture" } }, { "shape", { "border", "fill" } },
+    { "box", { "back" } }
 };
 
 // The demo cabinet on a 800 x 600 replay screen, dumped once the browser is up, with labels added to
@@ -114,7 +111,7 @@ TEST(StateDumpTest, OneLinePerControlOfAVisibleFormWithItsFieldsAndCaptionsReadB
         replay.driver().setDumpSource([&] {
             runtime::Form& main = app.forms().form("Main");
             for (size_t i = 0; i < kCaptions.size(); ++i)
-                main.add<runtime::Label>("probe", static_cast<int>(i)).setCaption(kCaptions[i].second);
+                main.add<runtime::Label>("probe", static_cast<int>(i)).setCaption(kCaptions[i]);
             main.controls().back()->setVisible(false);
             for (const runtime::Form* form : app.forms().zOrder())
                 for (const runtime::Control* control : form->controls())
@@ -141,22 +138,16 @@ TEST(StateDumpTest, OneLinePerControlOfAVisibleFormWithItsFieldsAndCaptionsReadB
         if (dump->what != "control")
             continue;
         controls.push_back(dump->name);
-        const std::map<std::string, std::vector<std::string>> kindFields {
-            { "label", { "fore", "back", "style", "align", "font", "file", "size", "bold", "caption" } },
-            { "picture", { "back", "picture" } }, { "image", { "picture" } },
-            { "shape", { "border", "fill" } }, { "box", { "back" } }
-        };
         std::vector<std::string> keys { "kind", "visible", "x", "y", "w", "h" };
         const std::string kind = dump->values.at("kind");
-        if (kindFields.contains(kind))
-            keys.insert(keys.end(), kindFields.at(kind).begin(), kindFields.at(kind).end());
+        if (kKindFields.contains(kind))
+            keys.insert(keys.end(), kKindFields.at(kind).begin(), kKindFields.at(kind).end());
         EXPECT_EQ(dump->keys, keys) << dump->name;
     }
     EXPECT_EQ(controls, expectedControls);
     for (size_t i = 0; i < kCaptions.size(); ++i)
-        EXPECT_EQ(
-            byName["control Main.probe(" + std::to_string(i) + ")"].values["caption"], kCaptions[i].second)
-            << kCaptions[i].first;
+        EXPECT_EQ(byName["control Main.probe(" + std::to_string(i) + ")"].values["caption"], kCaptions[i])
+            << i;
     EXPECT_EQ(byName["control Main.probe(7)"].values["visible"], "0"); // hidden controls are dumped too
     EXPECT_TRUE(byName["control Main.ll(0)"].values["file"].ends_with(".ttf"));
 

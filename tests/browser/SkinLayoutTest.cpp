@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -22,51 +21,23 @@ namespace {
 using config::RunState;
 
 // A skin with a value of its own in every place, one line each as the file lays them out.
+// clang-format off
 const std::vector<std::string> kGoodLines = {
-    "1152,2856,1848,1332",
-    "#TRUE#",
-    "720,120,2124,2880",
-    "#FALSE#",
-    "696,5424,2124,2880",
-    "#TRUE#",
-    "348,2748,2040,504",
-    "#TRUE#",
-    "3960,120,7428,1632",
-    "3",
-    "list",
-    "1812,1572",
-    "12,3504",
-    "#TRUE#",
-    "3720,3366",
-    "#FALSE#",
-    "60",
-    "2",
-    "2640,3360,1092,1452",
-    "#TRUE#",
+    "1152,2856,1848,1332", "#TRUE#", "720,120,2124,2880", "#FALSE#", "696,5424,2124,2880", "#TRUE#",
+    "348,2748,2040,504", "#TRUE#", "3960,120,7428,1632", "3", "list", "1812,1572", "12,3504", "#TRUE#",
+    "3720,3366", "#FALSE#", "60", "2", "2640,3360,1092,1452", "#TRUE#",
 };
 
 config::SkinValues goodValues()
 {
-    return { .xScreen = { 1152, 2856, 1848, 1332 },
-        .showSnap = true,
-        .xCabinet = { 720, 120, 2124, 2880 },
-        .xFlyer = { 696, 5424, 2124, 2880 },
-        .showFlyer = true,
-        .xMarquee = { 348, 2748, 2040, 504 },
-        .showMarquee = true,
-        .Shape1 = { 3960, 120, 7428, 1632 },
-        .listCols = 3,
-        .xlistWidth = 1812,
-        .xlistHeight = 1572,
-        .lblPathTop = 12,
-        .lblPathLeft = 3504,
-        .showPath = true,
-        .lblNavTop = 3720,
-        .lblNavLeft = 3366,
-        .stripGap = 60,
-        .rowAlign = 2,
+    return { .xScreen = { 1152, 2856, 1848, 1332 }, .showSnap = true, .xCabinet = { 720, 120, 2124, 2880 },
+        .xFlyer = { 696, 5424, 2124, 2880 }, .showFlyer = true, .xMarquee = { 348, 2748, 2040, 504 },
+        .showMarquee = true, .Shape1 = { 3960, 120, 7428, 1632 }, .listCols = 3, .xlistWidth = 1812,
+        .xlistHeight = 1572, .lblPathTop = 12, .lblPathLeft = 3504, .showPath = true, .lblNavTop = 3720,
+        .lblNavLeft = 3366, .stripGap = 60, .rowAlign = 2,
         .xlogo = { .top = 2640, .left = 3360, .width = 1452, .height = 1092 } };
 }
+// clang-format on
 
 // The good skin with some of its lines replaced (an index past the end appends), cut after a number of
 // lines (-1: all), joined by the line end given.
@@ -89,63 +60,60 @@ std::string skinText(std::vector<std::pair<size_t, std::string>> edits = {}, int
 
 TEST(SkinFileTest, ShapesOfAHandEditedFile)
 {
+    // first: read on a first load; again: read over the good skin's values, as a later load of Main
+    using Check = std::function<void(const RunState& first, const RunState& again)>;
     struct Row
     {
         const char* name;
         std::string bytes;
         size_t valuesRead;
         const char* failure; // a part of the message, "" when the file was read in full
-        // first: read on a first load; again: read over the good skin's values, as a later load of Main
-        std::function<void(const RunState& first, const RunState& again)> check;
+        Check check = nullptr;
     };
     const config::SkinValues good = goodValues();
     const Row rows[] = {
-        { "CR LF and blanks around the values", skinText({ { 0, " 1152 , 2856 ,1848,1332 " } }, -1, "\r\n"),
-            41, "",
-            [&](const RunState& first, const RunState&) {
+        { "CR LF, blanks around the values, lines past the last not read",
+            skinText({ { 0, " 1152 , 2856 ,1848,1332 " }, { 20, "junk,#FALSE#" } }, -1, "\r\n"), 41, "",
+            [&](auto& first, auto&) {
                 EXPECT_EQ(first.skin, good);
                 EXPECT_EQ(first.listType, "list");
                 EXPECT_TRUE(first.showLogo);
             } },
         { "decimal points; whole numbers round half to even",
             skinText({ { 0, "1152.5,2856.25,1848,1332" }, { 9, "2.5" }, { 16, "61.5" } }), 41, "",
-            [](const RunState& first, const RunState&) {
+            [](auto& first, auto&) {
                 EXPECT_EQ(first.skin.xScreen.top, 1152.5);
                 EXPECT_EQ(first.skin.xScreen.left, 2856.25);
                 EXPECT_EQ(first.skin.listCols, 2);
                 EXPECT_EQ(first.skin.stripGap, 62);
             } },
-        { "trailing lines are not read", skinText({ { 20, "junk,#FALSE#" }, { 21, "9,9,9" } }), 41, "",
-            nullptr },
         { "empty column and kind lines", skinText({ { 9, "" }, { 10, "" } }), 41, "",
-            [](const RunState& first, const RunState& again) {
+            [](auto& first, auto& again) {
                 EXPECT_EQ(first.skin.listCols, 0);
                 EXPECT_EQ(again.listType, "");
             } },
         // The comma in line 17 gives the alignment 1, and each later value takes the place of the next:
         // the logo's top is line 18's value and its flag the number that was meant for its width.
         { "a comma shifts every later value", skinText({ { 16, "60,1" } }), 41, "",
-            [](const RunState& first, const RunState&) {
+            [](auto& first, auto&) {
                 EXPECT_EQ(first.skin.rowAlign, 1);
                 EXPECT_EQ(first.skin.xlogo,
                     (config::SkinBox { .top = 2, .left = 2640, .width = 1092, .height = 3360 }));
                 EXPECT_TRUE(first.showLogo);
             } },
-        { "empty file", "", 0, "line 1: xScreen.Top: the file ends before it", nullptr },
+        { "empty file", "", 0, "line 1: xScreen.Top: the file ends before it" },
         { "ends after line 9", skinText({}, 9), 24, "line 10: listCols: the file ends",
-            [&](const RunState& first, const RunState& again) {
+            [&](auto& first, auto& again) {
                 EXPECT_EQ(first.skin.Shape1, good.Shape1);
-                EXPECT_EQ(first.skin.listCols, 0);
-                EXPECT_EQ(first.listType, "");
-                EXPECT_FALSE(first.showLogo);
-                EXPECT_EQ(again.skin.listCols, 3);
-                EXPECT_EQ(again.listType, "list");
-                EXPECT_TRUE(again.showLogo);
+                EXPECT_EQ(
+                    std::tie(first.skin.listCols, first.listType, first.showLogo), std::tuple(0, "", false));
+                EXPECT_EQ(std::tie(again.skin.listCols, again.listType, again.showLogo),
+                    std::tuple(3, "list", true));
             } },
         // The reading ends at the bad value: nothing after it is taken, though the rest is good.
         { "a word where a number belongs", skinText({ { 0, "1,2,3,4" }, { 4, "696,5424,abc,2880" } }), 12,
             "line 5: xFlyer.Width: \"abc\" is not a number",
-            [&](const RunState& first, const RunState& again) {
+            [&](auto& first, auto& again) {
                 EXPECT_EQ(first.skin.xFlyer, (config::SkinBox { .top = 696, .left = 5424 }));
                 EXPECT_EQ(again.skin.xScreen, (config::SkinBox { 1, 2, 3, 4 }));
                 EXPECT_EQ(again.skin.xFlyer.width, good.xFlyer.width);
@@ -154,15 +122,15 @@ TEST(SkinFileTest, ShapesOfAHandEditedFile)
         { "flags: any case and numbers, not other words",
             skinText({ { 1, "#false#" }, { 3, "7" }, { 5, "True" } }), 14,
             "line 6: showFlyer: \"True\" is not #TRUE# or #FALSE#",
-            [](const RunState& first, const RunState& again) {
+            [](auto& first, auto& again) {
                 EXPECT_FALSE(first.skin.showSnap);
                 EXPECT_TRUE(first.skin.showCabinet);
                 EXPECT_TRUE(again.skin.showFlyer);
             } },
         { "a column count beyond a whole number", skinText({ { 9, "40000" } }), 24,
-            "listCols: \"40000\" is not between", nullptr },
+            "listCols: \"40000\" is not between" },
         { "a position beyond any screen", skinText({ { 0, "1e39,0,0,0" } }), 0,
-            "line 1: xScreen.Top: the number is too large", nullptr },
+            "line 1: xScreen.Top: the number is too large" },
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -203,11 +171,8 @@ TEST(SkinFileTest, ReportGivesEachValueItsLine)
 
     const auto b = browser::skinReport(files, home.path() + "omthemes/B/");
     ASSERT_EQ(b.size(), 13u);
-    EXPECT_EQ(
-        b.back().rfind("skin.ini line 5: xFlyer.Width: \"abc\" is not a number; not read: xFlyer.Width, "
-                       "xFlyer.Height, showFlyer,",
-            0),
-        0u)
+    EXPECT_TRUE(b.back().starts_with(
+        "skin.ini line 5: xFlyer.Width: \"abc\" is not a number; not read: xFlyer.Width, xFlyer.Height, "))
         << b.back();
 
     const auto missing = browser::skinReport(files, home.path() + "omthemes/C/");
@@ -222,8 +187,7 @@ TEST(SkinLayoutTest, ControlsGoWhereTheSkinSays)
 {
     TempHome home;
     RuntimeFixture fx;
-    fx.forms.define("Main", [](runtime::FormStack& s) { return std::make_unique<runtime::Form>(s, "Main"); });
-    runtime::Form& form = fx.forms.form("Main");
+    runtime::Form& form = fx.plainForm("Main");
     browser::MainControls c { form };
     RunState run;
     browser::StripLayout strip;
@@ -249,10 +213,9 @@ TEST(SkinLayoutTest, ControlsGoWhereTheSkinSays)
                 (config::SkinBox { control->top(), control->left(), control->width(), control->height() }),
                 box)
                 << control->fullName();
-        EXPECT_EQ(c.picf.top(), s.xCabinet.top + 3);
-        EXPECT_EQ(c.picf.left(), s.xCabinet.left + 3);
-        EXPECT_EQ(c.lblPath.caption(), "1");
-        EXPECT_EQ(c.lblPath.top(), s.lblPathTop);
+        EXPECT_EQ(
+            std::tuple(c.picf.top(), c.picf.left()), std::tuple(s.xCabinet.top + 3, s.xCabinet.left + 3));
+        EXPECT_EQ(std::tuple(c.lblPath.caption(), c.lblPath.top()), std::tuple("1", s.lblPathTop));
         // The navigation labels follow the first one in a row, each as wide as it was made.
         double left = s.lblNavLeft;
         for (int i = 0; i <= 4; ++i) {
@@ -264,12 +227,10 @@ TEST(SkinLayoutTest, ControlsGoWhereTheSkinSays)
         browser::makeVis(c, run);
         EXPECT_EQ(c.lblPath.visible(), s.showPath);
         EXPECT_EQ(c.lblNav(0).visible() + c.lblNav(4).visible(), 2 * s.showNav);
-        EXPECT_EQ(c.ll(0).caption(), "Sgj");
-        EXPECT_FALSE(c.ll(0).visible());
-        EXPECT_EQ(c.ll(0).height(), form.textHeight("Sgj"));
-        EXPECT_EQ(strip.listCols, s.listCols);
-        EXPECT_EQ(strip.stripGap, s.stripGap);
-        EXPECT_EQ(strip.rowAlign, s.rowAlign);
+        EXPECT_EQ(std::tuple(c.ll(0).caption(), c.ll(0).visible(), c.ll(0).height()),
+            std::tuple("Sgj", false, form.textHeight("Sgj")));
+        EXPECT_EQ(std::tuple(strip.listCols, strip.stripGap, strip.rowAlign),
+            std::tuple(s.listCols, s.stripGap, s.rowAlign));
     }
 }
 

@@ -9,22 +9,12 @@
 namespace ombrel::platform::sdl {
 namespace {
 
-std::string be16(int v)
-{
-    return { char(v >> 8 & 0xFF), char(v & 0xFF) };
-}
-std::string le16(int v)
-{
-    return { char(v & 0xFF), char(v >> 8 & 0xFF) };
-}
-std::string be32(int64_t v)
-{
-    return be16(int(v >> 16 & 0xFFFF)) + be16(int(v & 0xFFFF));
-}
-std::string le32(int64_t v)
-{
-    return le16(int(v & 0xFFFF)) + le16(int(v >> 16 & 0xFFFF));
-}
+// clang-format off
+std::string be16(int v) { return { char(v >> 8 & 0xFF), char(v & 0xFF) }; }
+std::string le16(int v) { return { char(v & 0xFF), char(v >> 8 & 0xFF) }; }
+std::string be32(int64_t v) { return be16(int(v >> 16 & 0xFFFF)) + be16(int(v & 0xFFFF)); }
+std::string le32(int64_t v) { return le16(int(v & 0xFFFF)) + le16(int(v >> 16 & 0xFFFF)); }
+// clang-format on
 
 std::string png(int64_t w, int64_t h)
 {
@@ -62,7 +52,6 @@ TEST(PictureHeaderTest, HeadersOfTheFourFormatsTheirDamageAndTheBounds)
         { "png, 64 Mpx", png(8192, 8192), { 8192, 8192 } },
         { "png, too wide", png(16385, 1), {}, "claims 16385 x 1 pixels" },
         { "png, past 64 Mpx", png(8192, 8193), {}, "claims 8192 x 8193" },
-        { "png, 30000 square", png(30000, 30000), {}, "claims 30000 x 30000" },
         { "png, 32-bit width", png(4294967295, 2), {}, "claims 4294967295 x 2" },
         { "png cut in its header", png(640, 480).substr(0, 20), {}, "PNG header is cut short" },
         { "png starting with another chunk", png(1, 1).replace(12, 4, "IDAT"), {}, "IHDR" },

@@ -82,20 +82,15 @@ browser::ThemeContext themeOf(CabinetFixture& fx)
         fx.failures };
 }
 
-// The browser after a boot with the skin "Skin".
-struct Themed
+// A boot with the skin "Skin", which has a greeting sound and this scheme.cfg, if any.
+void bootThemed(CabinetFixture& fx, const std::optional<std::string>& scheme, CabinetSetup setup = {})
 {
-    CabinetFixture fx;
-    explicit Themed(const std::optional<std::string>& scheme, CabinetSetup setup = {})
-    {
-        fx.write(setup);
-        if (scheme)
-            fx.home.write("omthemes/Skin/scheme.cfg", *scheme);
-        fx.home.write("omthemes/Skin/start.mp3", "hello");
-        fx.boot();
-    }
-    browser::MainControls& c() { return fx.main().c; }
-};
+    fx.write(setup);
+    if (scheme)
+        fx.home.write("omthemes/Skin/scheme.cfg", *scheme);
+    fx.home.write("omthemes/Skin/start.mp3", "hello");
+    fx.boot();
+}
 
 TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
 {
@@ -112,27 +107,28 @@ TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
     };
     for (const auto& [scheme, fontSize, font] : rows) {
         SCOPED_TRACE(fontSize);
-        Themed t(scheme, { .fontSize = fontSize });
-        auto& c = t.c();
+        CabinetFixture fx;
+        bootThemed(fx, scheme, { .fontSize = fontSize });
+        auto& c = fx.main().c;
         const bool read = scheme.has_value();
-        EXPECT_EQ(t.fx.cabinet().scheme.schemeSize, font.sizePt);
-        for (uint32_t colour : { t.fx.main().backColor(), c.xFlyer.backColor(), c.xCabinet.backColor() })
-            EXPECT_EQ(colour, read ? back : 0);
-        for (runtime::Label* label : { &c.lblPath, &c.lblNav(0), &c.lblNav(2), &c.lblNav(4) }) {
-            EXPECT_EQ(label->foreColor(), read ? fore : 0);
-            EXPECT_EQ(label->font(), font);
-        }
+        EXPECT_EQ(fx.cabinet().scheme.schemeSize, font.sizePt);
+        const uint32_t backSeen = read ? back : 0, foreSeen = read ? fore : 0;
+        EXPECT_EQ(std::tuple(fx.main().backColor(), c.xFlyer.backColor(), c.xCabinet.backColor()),
+            std::tuple(backSeen, backSeen, backSeen));
+        for (runtime::Label* label : { &c.lblPath, &c.lblNav(0), &c.lblNav(2), &c.lblNav(4) })
+            EXPECT_EQ(std::tuple(label->foreColor(), label->font()), std::tuple(foreSeen, font))
+                << label->fullName();
         ASSERT_GT(c.ll.count(), 2);
         // The boot lays the strip out again after the scheme, so the middle row's own look is seen
         // right after a scheme is put on, here with a strip of several columns.
-        t.fx.main().strip.listCols = 3;
-        browser::setScheme(themeOf(t.fx));
-        const int mid = t.fx.cabinet().run.midRow;
+        fx.main().strip.listCols = 3;
+        browser::setScheme(themeOf(fx));
+        const int mid = fx.cabinet().run.midRow;
         for (int i = 0; i <= c.ll.ubound(); ++i) {
             SCOPED_TRACE(i);
-            EXPECT_EQ(c.ll(i).foreColor(), read ? list : 0);
-            EXPECT_EQ(c.ll(i).font(), (runtime::FontSpec { font.name, font.sizePt, i == mid }));
-            EXPECT_EQ(c.ll(i).autoSize(), i == mid);
+            EXPECT_EQ(std::tuple(c.ll(i).foreColor(), c.ll(i).font(), c.ll(i).autoSize()),
+                std::tuple(
+                    read ? list : 0, runtime::FontSpec { font.name, font.sizePt, i == mid }, i == mid));
         }
         EXPECT_FALSE(c.ll(mid).wordWrap());
     }
@@ -140,8 +136,8 @@ TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
 
 TEST(ThemeTest, GreetingPlaysAtBootAndIsStoppedWhenTheSoundIsOff)
 {
-    Themed t(std::nullopt);
-    CabinetFixture& fx = t.fx;
+    CabinetFixture fx;
+    bootThemed(fx, std::nullopt);
     EXPECT_EQ(fx.countSinceMark("media mpFX open omthemes/Skin/start.mp3"), 1);
     // Muted: a sound left playing stops, no greeting starts, and timfx is not touched.
     auto& player = fx.main().mpFX.player();

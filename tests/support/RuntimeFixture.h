@@ -8,11 +8,13 @@
 #include "platform/fake/FakeImages.h"
 #include "platform/fake/FakeRenderer.h"
 #include "runtime/Clock.h"
+#include "runtime/Control.h"
 #include "runtime/EventLoop.h"
 #include "runtime/EventSource.h"
 #include "runtime/FormStack.h"
 #include "runtime/Trace.h"
 
+#include <array>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -46,6 +48,13 @@ private:
     runtime::VirtualClock& m_clock;
 };
 
+// A control's place and size as one value: Left, Top, Width, Height.
+using Box = std::array<double, 4>;
+inline Box boxOf(const runtime::Control& control)
+{
+    return { control.left(), control.top(), control.width(), control.height() };
+}
+
 class RuntimeFixture {
 public:
     RuntimeFixture();
@@ -61,6 +70,8 @@ public:
     // Serves what is pending without moving time.
     void settle() { loop.doEvents(); }
     void runFor(int64_t ms) { loop.runFor(ms); }
+    // A form of that name with no controls of its own, 7680 by 5760 twips, loaded.
+    runtime::Form& plainForm(const std::string& name);
 
     runtime::VirtualClock clock;
     JumpingSource source { clock };
