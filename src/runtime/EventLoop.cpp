@@ -45,7 +45,7 @@ std::optional<int64_t> EventLoop::nextTimerDue() const
 {
     std::optional<int64_t> best;
     for (const Timer* timer : m_timers) {
-        if (timer->running())
+        if (timer->running() || (timer->idleWhen && timer->idleWhen()))
             continue;
         if (auto due = timer->due(); due && (!best || *due < *best))
             best = due;

@@ -28,6 +28,9 @@ public:
 
     // The tick handler (the system's <name>_Timer).
     std::function<void()> onTimer;
+    // True while a tick could change nothing (a poll whose only effect is already done): the loop
+    // does not wake up for this timer then, though it still ticks whenever the loop is awake anyway.
+    std::function<bool()> idleWhen;
 
     // When the next tick is due, if it will come at all.
     std::optional<int64_t> due() const;

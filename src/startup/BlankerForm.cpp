@@ -33,6 +33,12 @@ BlankerForm::BlankerForm(runtime::FormStack& stack, Cabinet& cabinet)
     setMaximised(true);
     mpIntro.player().onPlayStateChange = [this](int oldState, int newState) { mpIntro_PlayStateChange(oldState, newState); };
     mpIntro.onClick = [this] { mpIntro.player().stop(); };
+    // Once the film is over and let go, a button has nothing left to stop: the poll stays enabled for
+    // the life of the form, but a sleeping cabinet need not wake up 66 times a second for it.
+    timjoy.idleWhen = [this] {
+        const platform::MediaPlayer& film = mpIntro.player();
+        return film.fileName().empty() && film.playState() == platform::kStopped;
+    };
 }
 
 void BlankerForm::Form_Load()

@@ -78,6 +78,21 @@ TEST_F(TimerTest, ALateTickIsDeliveredOnceNotQueuedUp)
     EXPECT_EQ(ticks[1], 110); // then the regular rhythm from there
 }
 
+TEST_F(TimerTest, AnIdleTimerWakesNothingButTicksWhenTheLoopIsAwake)
+{
+    bool idle = true;
+    std::vector<int64_t> ticks;
+    Timer poll(fx.loop, "poll", 10, true, [&] { ticks.push_back(fx.clock.nowMs()); });
+    poll.idleWhen = [&] { return idle; };
+    Timer other(fx.loop, "other", 100, true);
+    fx.runFor(250);
+    EXPECT_EQ(ticks, (std::vector<int64_t> { 100, 200, 250 })); // only when the loop wakes for something else
+    ticks.clear();
+    idle = false;
+    fx.runFor(30);
+    EXPECT_EQ(ticks, (std::vector<int64_t> { 260, 270, 280 }));
+}
+
 TEST_F(TimerTest, EqualDueTimesFireInTheOrderTheTimersWereMade)
 {
     std::string order;
