@@ -10,12 +10,22 @@
 
 namespace ombrel::browser {
 
+namespace {
+
+    // Every row but ll(0), which the form was designed with and cannot be unloaded.
+    void unloadLoadedRows(MainControls& c, core::FailureLog& log)
+    {
+        for (int i = c.ll.ubound(); i >= 1; --i)
+            core::passOver(log, [&] { c.ll.unload(i); });
+    }
+
+} // namespace
+
 void DelList(MainControls& c)
 {
     core::FailureLog& log = c.Shape1.form().failures();
     core::passOver(log, [&] { c.ll(0).setVisible(false); });
-    for (int i = c.ll.ubound(); i >= 1; --i)
-        core::passOver(log, [&] { c.ll.unload(i); });
+    unloadLoadedRows(c, log);
 }
 
 // The picture strip is built by a later change; until then a skin that asks for one gets no strip.
@@ -37,9 +47,7 @@ void SetListSize(MainControls& c, config::RunState& run, StripLayout& layout, co
     DelList2(c);
     core::passOver(log, [&] { c.shphigh.setVisible(false); });
     // What a rebuild finds of the last strip goes, all but ll(0).
-    const int oldCount = c.ll.count();
-    for (int i = 1; i <= oldCount - 1; ++i)
-        core::passOver(log, [&] { c.ll.unload(i); });
+    unloadLoadedRows(c, log);
     // An empty column count compares as no number here, so the first row is right-aligned; the rows of
     // one column take rowAlign below in any case.
     core::passOver(log, [&] { c.ll(0).setAlignment(cols > 1.0 ? 2 : 1); });
@@ -127,14 +135,6 @@ std::optional<double> pulseFactor(int highStep)
     return kFactors[static_cast<size_t>(highStep)];
 }
 
-uint32_t pulseColour(uint32_t colour, double factor)
-{
-    const double scaled = core::roundHalfEven(static_cast<double>(colour & 0xFFFFFFu) * factor);
-    if (!(scaled > 0)) // also NaN
-        return 0;
-    return static_cast<uint32_t>(std::min(scaled, static_cast<double>(0xFFFFFFu)));
-}
-
 void pulseHighlight(MainControls& c, int midRow, uint32_t schemeFore, int& highStep)
 {
     runtime::Label* middle = c.ll.get(midRow);
@@ -146,7 +146,7 @@ void pulseHighlight(MainControls& c, int midRow, uint32_t schemeFore, int& highS
     highStep = factor ? highStep + 1 : 0;
     if (!factor)
         return;
-    const uint32_t colour = pulseColour(schemeFore, *factor);
+    const uint32_t colour = core::scaleColour(schemeFore, *factor);
     if (middle)
         middle->setForeColor(colour);
     c.shphigh.setBackColor(colour);

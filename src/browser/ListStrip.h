@@ -36,9 +36,6 @@ void DelList2(MainControls& c);
 
 // The pulse's factor for a step (0 to 6), nullopt for step 7 and any other value: no change of colour.
 std::optional<double> pulseFactor(int highStep);
-// A colour times a factor as one 24-bit number, not channel by channel: a colour with more than one
-// channel set changes hue as it fades, which is the look of the pulse.
-uint32_t pulseColour(uint32_t colour, double factor);
 // One tick of the pulse, after other events have run: ll(midRow) turns transparent and, with shphigh,
 // takes schemeFore times the step's factor; highStep moves on (after 7, or any stray value, to 0). A
 // middle row that is missing or hidden (a picture strip) is left alone, so only shphigh pulses.

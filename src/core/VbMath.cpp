@@ -1,6 +1,7 @@
 // VbMath: rounding and whole-number conversions with the cabinet logic's rules.
 #include "core/VbMath.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace ombrel::core {
@@ -51,15 +52,10 @@ std::optional<int32_t> toLong(double value)
 
 uint32_t scaleColour(uint32_t colour, double factor)
 {
-    auto scale = [factor](int channel) {
-        double scaled = roundHalfEven(channel * factor);
-        if (!(scaled > 0)) // also NaN
-            return 0;
-        if (scaled > 255)
-            return 255;
-        return static_cast<int>(scaled);
-    };
-    return rgb(scale(redOf(colour)), scale(greenOf(colour)), scale(blueOf(colour)));
+    const double scaled = roundHalfEven(static_cast<double>(colour & 0xFFFFFFu) * factor);
+    if (!(scaled > 0)) // also NaN
+        return 0;
+    return static_cast<uint32_t>(std::min(scaled, static_cast<double>(0xFFFFFFu)));
 }
 
 } // namespace ombrel::core

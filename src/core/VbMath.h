@@ -28,8 +28,9 @@ constexpr int redOf(uint32_t colour) { return static_cast<int>(colour & 0xFF); }
 constexpr int greenOf(uint32_t colour) { return static_cast<int>((colour >> 8) & 0xFF); }
 constexpr int blueOf(uint32_t colour) { return static_cast<int>((colour >> 16) & 0xFF); }
 
-// A colour times a factor, as one number: each of red, green and blue multiplied by the factor,
-// rounded half to even and clamped to 0..255, then packed again.
+// A colour times a factor as one number: the 24-bit value (blue*65536 + green*256 + red) multiplied
+// by the factor, rounded half to even and kept within 0..0xFFFFFF. Not channel by channel: a colour
+// with more than one channel set changes hue on its way, as the cabinet's pulses do.
 uint32_t scaleColour(uint32_t colour, double factor);
 
 } // namespace ombrel::core

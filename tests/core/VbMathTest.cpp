@@ -26,11 +26,12 @@ TEST(VbMath, RoundsTiesToEvenAndConvertsWithinTheRangeOnly)
         EXPECT_FALSE(toLong(value).has_value()) << value;
 }
 
-TEST(VbMath, ScalesEachChannelOfAColour)
+TEST(VbMath, ScalesAColourAsOneNumber)
 {
     const std::tuple<uint32_t, double, uint32_t> rows[] = {
-        { rgb(5, 3, 1), 0.5, rgb(2, 2, 0) }, // 2.5, 1.5, 0.5 round to even
-        { rgb(200, 10, 128), 2, rgb(255, 20, 255) }, // clamped at 255
+        { 0x010305, 0.5, 0x008182 }, // 66309 / 2 = 33154.5 rounds to even; by channel it would be 0x000202
+        { 0x00FF05, 0.5, 0x007F82 }, // green spills into red: the hue changes
+        { rgb(200, 10, 128), 2, 0xFFFFFF }, // kept within 24 bits
         { rgb(200, 10, 128), -1, 0 },
         { rgb(200, 10, 128), std::nan(""), 0 },
         { 0xFF000000u | rgb(10, 20, 30), 1, rgb(10, 20, 30) },
