@@ -4,10 +4,9 @@
 #include "browser/SkinFile.h"
 #include "browser/Theme.h"
 #include "config/SavedState.h"
+#include "core/AtomicFile.h"
 #include "platform/Files.h"
 
-#include <fstream>
-#include <iterator>
 #include <optional>
 
 namespace ombrel::browser {
@@ -17,12 +16,10 @@ namespace {
     std::optional<std::string> bytesOf(platform::Files& files, const std::string& path)
     {
         const std::optional<std::string> found = files.resolveFile(path);
-        if (!found)
+        std::string bytes;
+        if (!found || !core::readFile(*found, bytes))
             return std::nullopt;
-        std::ifstream in(*found, std::ios::binary);
-        if (!in)
-            return std::nullopt;
-        return std::string(std::istreambuf_iterator<char>(in), {});
+        return bytes;
     }
 
 } // namespace

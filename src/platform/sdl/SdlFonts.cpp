@@ -1,6 +1,8 @@
 // SdlFonts: fontconfig look-up, SDL_ttf fonts kept by file and size, measuring and drawing lines.
 #include "platform/sdl/SdlFonts.h"
 
+#include "core/TextCodec.h"
+
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
@@ -34,9 +36,7 @@ bool isFile(const std::string& path)
 // the design font of every label, which no Linux machine has; DejaVu Sans is meant to stand in for it.
 bool isGenericOrFallback(const std::string& name)
 {
-    std::string lower;
-    for (char ch : name)
-        lower += static_cast<char>(ch >= 'A' && ch <= 'Z' ? ch - 'A' + 'a' : ch);
+    const std::string lower = core::asciiLower(name);
     return lower.empty() || lower == "dejavu sans" || lower == "sans-serif" || lower == "sans"
         || lower == "ms sans serif";
 }

@@ -1,13 +1,12 @@
 // SdlImages: the picture cache, its staleness check and the prefetch workers.
 #include "platform/sdl/SdlImages.h"
 
+#include "core/AtomicFile.h"
 #include "platform/sdl/PictureHeader.h"
 
 #include <SDL_image.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace ombrel::platform::sdl {
 
@@ -63,9 +62,7 @@ namespace {
     {
         if (size > static_cast<uintmax_t>(kMaxPictureFileBytes))
             return "the file is larger than " + std::to_string(kMaxPictureFileBytes >> 20) + " MB";
-        std::ifstream in(path, std::ios::binary);
-        bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        if (!in.good() && !in.eof())
+        if (!core::readFile(path, bytes))
             return "the file cannot be read";
         auto checked = checkPicture(bytes);
         if (auto* refusal = std::get_if<PictureRefusal>(&checked))
