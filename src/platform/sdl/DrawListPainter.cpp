@@ -185,7 +185,7 @@ std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& fra
         if (cmd.kind == DrawCommand::Kind::Fill)
             return i;
         if (cmd.kind == DrawCommand::Kind::Image && cmd.fit == runtime::ImageFit::Stretch) {
-            const Texture* texture = pictureTexture(cmd.path, { cmd.rect.w, cmd.rect.h });
+            const Texture* texture = pictureTexture(cmd.path, m_images.picture(cmd.path), { cmd.rect.w, cmd.rect.h });
             if (texture && texture->opaque)
                 return i;
         }
@@ -338,9 +338,9 @@ void DrawListPainter::frame(const DrawCommand& cmd)
     SDL_RenderFillRects(m_renderer, sides, 4);
 }
 
-DrawListPainter::Texture* DrawListPainter::pictureTexture(const std::string& path, PixelSize size)
+DrawListPainter::Texture* DrawListPainter::pictureTexture(
+    const std::string& path, const SharedSurface& surface, PixelSize size)
 {
-    SharedSurface surface = m_images.picture(path);
     if (!surface || size.w <= 0 || size.h <= 0)
         return nullptr;
     const std::string key = std::to_string(size.w) + "x" + std::to_string(size.h) + '\x1f' + path;
@@ -379,7 +379,7 @@ void DrawListPainter::image(const DrawCommand& cmd)
     const PixelRect place = placeImage(cmd.fit, cmd.rect, { surface->w, surface->h });
     if (place.w <= 0 || place.h <= 0)
         return;
-    Texture* texture = pictureTexture(cmd.path, { place.w, place.h });
+    Texture* texture = pictureTexture(cmd.path, surface, { place.w, place.h });
     if (!texture)
         return;
     const SDL_Rect dst = toSdl(place);

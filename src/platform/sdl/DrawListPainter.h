@@ -72,8 +72,9 @@ private:
     void text(const runtime::DrawCommand& cmd);
     void film(const runtime::DrawCommand& cmd);
     void textLine(const runtime::DrawCommand& cmd, const std::string& line, int y);
-    // The picture at path as a texture of exactly size (pixels of the screen), or null.
-    Texture* pictureTexture(const std::string& path, runtime::PixelSize size);
+    // surface, the picture at path as the cache gives it now, as a texture of exactly size (pixels of the
+    // screen), or null. The caller has the surface already, so the file is looked at once per use.
+    Texture* pictureTexture(const std::string& path, const SharedSurface& surface, runtime::PixelSize size);
     // The index of the last command that paints every pixel of area opaquely: nothing before it can
     // show there; nullopt when there is none, and the area must be cleared first.
     std::optional<size_t> firstVisible(const runtime::DrawList& frame, const runtime::PixelRect& area);
