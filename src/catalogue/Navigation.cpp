@@ -1,6 +1,8 @@
 // Navigator: the current list on screen, the walk among the lists, pages, and the strip's text.
 #include "catalogue/Navigation.h"
 
+#include "catalogue/PictureFolders.h"
+
 #include "core/PassOver.h"
 #include "runtime/InputEvent.h"
 
@@ -52,48 +54,6 @@ std::string logoOf(const config::Settings& settings, int path)
         return settings.logoFile[static_cast<size_t>(path)];
     const FixedList* fixed = fixedList(path);
     return fixed ? fixed->logo : "";
-}
-
-// The picture strip's folder below a list's art folder, and the picture shown for a game without one.
-struct StripKind
-{
-    const char* listType;
-    const char* folder;
-    const char* fallback;
-};
-
-constexpr std::array<StripKind, 4> kStripKinds { {
-    { "marquee", "marquees\\", "marquee32.jpg" },
-    { "snap", "snap\\", "screen32.jpg" },
-    { "cabinet", "cabinets\\", "cabinet32.jpg" },
-    { "flyer", "flyers\\", "flyer32.jpg" },
-} };
-
-// The folder that holds a list's picture folders; nullopt outside 1 to 27.
-std::optional<std::string> pictureBase(
-    const config::Settings& settings, const Catalogue& catalogue, const runtime::ListBox& list1, int path)
-{
-    if (path >= 1 && path <= config::kUserPaths)
-        return settings.artDir[static_cast<size_t>(path)];
-    switch (path) {
-    case config::kImpactPath:
-        return settings.impactDir;
-    case config::kModelerPath:
-        return settings.modelerDir;
-    case config::kU64Path:
-        // The first Ultra 64 folder serves the one game its emulator runs; the rest are in the second.
-        return list1.text() == "Killer Instinct" ? settings.u64Dir : settings.u64Dir2;
-    case config::kVpPath:
-        return settings.vpDir;
-    case config::kS11Path:
-        return settings.s11Dir;
-    case config::kDaphnePath:
-        return settings.daphneDir;
-    case config::kExtrasPath:
-        return catalogue.extras.at(list1.listIndex() + 1, 3); // the selected program's own folder
-    default:
-        return std::nullopt;
-    }
 }
 
 } // namespace
@@ -273,17 +233,16 @@ void Navigator::RefreshList()
         return;
     }
 
-    for (const StripKind& kind : kStripKinds) {
-        if (run.listType != kind.listType)
-            continue;
-        auto base = pictureBase(m_ctx.settings, m_ctx.catalogue, m_ui.List1, run.curPath);
-        if (!base)
-            return;
-        run.scanDir = *base + kind.folder;
-        if (m_ui.shootScreens)
-            m_ui.shootScreens(run.curPath, kind.fallback);
+    const PictureKind* kind = pictureKindOf(run.listType);
+    if (!kind)
+        return; // a word the picture strip does not know: the cells stay as they are
+    const runtime::ListBox& list1 = m_ui.List1;
+    auto base = pictureBase(m_ctx.settings, m_ctx.catalogue, run.curPath, list1.listIndex() + 1, list1.text());
+    if (!base)
         return;
-    }
+    run.scanDir = *base + std::string(kind->folder);
+    if (m_ui.shootScreens)
+        m_ui.shootScreens(run.curPath, std::string(kind->fallback));
 }
 
 void Navigator::wireMouse()

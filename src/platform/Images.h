@@ -3,10 +3,20 @@
 
 #include "runtime/Geometry.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace ombrel::platform {
+
+// A picture that is likely to be shown soon, and the box (screen pixels) it will be fitted into,
+// proportions kept.
+struct PictureWish
+{
+    std::string path;
+    runtime::PixelSize box;
+};
 
 class Images {
 public:
@@ -15,6 +25,18 @@ public:
     virtual std::optional<runtime::PixelSize> probe(const std::string& path) = 0;
     // Hint: the picture will likely be shown soon; decode it ahead if the backend can.
     virtual void prefetch(const std::string& path) { (void)path; }
+    // Hint: these pictures are likely to be shown next, the most likely first. They replace the wishes
+    // of the last call: a decode still waiting for one that is no longer wished for is dropped.
+    virtual void expect(const std::vector<PictureWish>& wishes) { (void)wishes; }
+
+    // How the pictures asked for on the caller's thread were served: ready (decoded before they were
+    // needed), or only after the caller decoded one or waited for a worker to finish it.
+    struct Served
+    {
+        uint64_t ready = 0;
+        uint64_t waited = 0;
+    };
+    virtual Served served() const { return {}; }
 };
 
 } // namespace ombrel::platform
