@@ -28,10 +28,6 @@ void DelList(MainControls& c)
     unloadLoadedRows(c, log);
 }
 
-// The picture strip is built by a later change; until then a skin that asks for one gets no strip.
-void SetListSize2(MainControls&, config::RunState&, StripLayout&) { }
-void DelList2(MainControls&) { }
-
 void SetListSize(MainControls& c, config::RunState& run, StripLayout& layout, const Scheme& scheme)
 {
     core::FailureLog& log = c.Shape1.form().failures();
@@ -40,7 +36,7 @@ void SetListSize(MainControls& c, config::RunState& run, StripLayout& layout, co
         cols = 1;
     if (run.listType != "list" && !run.listType.empty()) {
         DelList(c);
-        SetListSize2(c, run, layout);
+        core::passOver(log, [&] { SetListSize2(c, run, layout); });
         core::passOver(log, [&] { c.shphigh.setVisible(true); });
         return;
     }

@@ -30,7 +30,10 @@ void SetListSize(MainControls& c, config::RunState& run, StripLayout& layout, co
 // Hides ll(0) and unloads the other rows; failures are passed over.
 void DelList(MainControls& c);
 
-// The picture strip's counterparts, which do nothing until the picture strip is built.
+// The picture strip's counterparts (PictureStrip.cpp). SetListSize2 lays copies of xlist(0) over Shape1,
+// left to right and then downwards with stripGap between them, puts shphigh around the middle cell and
+// sets midRow; it throws at the first step that fails, which ends the build. DelList2 hides xlist(0) and
+// unloads the other cells, passing over failures.
 void SetListSize2(MainControls& c, config::RunState& run, StripLayout& layout);
 void DelList2(MainControls& c);
 

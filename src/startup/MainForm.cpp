@@ -35,9 +35,7 @@ MainForm::MainForm(runtime::FormStack& stack, Cabinet& cabinet)
                   auto* film = dynamic_cast<runtime::MediaView*>(blanker->find("mpIntro"));
                   return film && film->player().playState() == platform::kStopped;
               },
-              [](int, const std::string&) {
-                  // FIXME: the picture strip's pictures are shot here once picture strips exist.
-              } })
+              [this](int path, const std::string& fallback) { shootScreens(path, fallback); } })
     , scan(catalogueContext(cabinet), nav, catalogue::ScanControls { *this, c.List1, c.lblPath, c.ll })
     , Timer1(addTimer("Timer1", 10, true, [this] { Timer1_Timer(); }))
     , timScr(addTimer("timScr", 1000, false))

@@ -118,6 +118,12 @@ public:
     void ll_DblClick(int index);
     void ll_MouseDown(int index, int button, int shift, double x, double y);
     void ll_MouseUp(int index, int button, int shift, double x, double y);
+    // The picture strip (MainStrip.cpp): its fill, and the mouse on the cells: a click brings the cell's
+    // game to the middle, a double click starts the selection, a right click starts or stops the scrolling.
+    void shootScreens(int path, const std::string& fallback);
+    void xlist_Click(int index);
+    void xlist_DblClick(int index);
+    void xlist_MouseDown(int index, int button, int shift, double x, double y);
 
 private:
     void Timer1_Timer(); // the boot sequence

@@ -1,7 +1,8 @@
-// MainStrip: the browser form's handlers for the text strip: the pulse of the middle row and the mouse
-// on the rows.
+// MainStrip: the browser form's handlers for the two strips: the pulse of the middle row, the fill of the
+// picture cells, and the mouse on the rows and the cells.
 #include "startup/MainForm.h"
 
+#include "browser/PictureStrip.h"
 #include "core/PassOver.h"
 #include "runtime/EventLoop.h"
 #include "startup/Cabinet.h"
@@ -19,6 +20,15 @@ void MainForm::wireStrip()
         .mouseUp = [this](int index, int button, int shift, double x, double y) {
             ll_MouseUp(index, button, shift, x, y);
         },
+    });
+    // The picture strip has no handler for the release: its scrolling runs from one right click to the next.
+    c.xlist.setHandlers({
+        .click = [this](int index) { xlist_Click(index); },
+        .dblClick = [this](int index) { xlist_DblClick(index); },
+        .mouseDown = [this](int index, int button, int shift, double x, double y) {
+            xlist_MouseDown(index, button, shift, x, y);
+        },
+        .mouseUp = nullptr,
     });
 }
 
@@ -61,6 +71,38 @@ void MainForm::ll_MouseUp(int, int, int, double, double)
     timScr.setEnabled(true);
     timscroller.setEnabled(false);
     timscroller2.setEnabled(false);
+}
+
+void MainForm::shootScreens(int path, const std::string& fallback)
+{
+    const catalogue::Table* games = m_cabinet.catalogue.list(path);
+    if (!games)
+        return;
+    const browser::PictureStripContext context {
+        m_cabinet.platform.files, m_cabinet.home, m_cabinet.run, m_cabinet.saved, m_cabinet.scheme
+    };
+    browser::shootScreens(c, context, *games, fallback);
+}
+
+void MainForm::xlist_Click(int index)
+{
+    // Unlike a text row, the clicked game comes to the middle at once.
+    core::passOver(failures(), [&] {
+        const int target = c.List1.listIndex() + (index - m_cabinet.run.midRow);
+        // The cells before the middle show even when the list is empty, and lead nowhere.
+        if (target >= 0 && target < c.List1.listCount())
+            c.List1.setListIndex(target);
+    });
+    core::passOver(failures(), [&] { nav.RefreshList(); });
+    core::passOver(failures(), [&] { cabRefresh(); });
+}
+
+void MainForm::xlist_DblClick(int) { runEmu(); }
+
+void MainForm::xlist_MouseDown(int, int button, int, double, double)
+{
+    if (button == 2)
+        timscroller.setEnabled(!timscroller.enabled());
 }
 
 } // namespace ombrel::startup
