@@ -95,22 +95,24 @@ bool trimsBlanks(const catalogue::PictureKind& kind)
     return kind.listType == "marquee" || kind.listType == "snap";
 }
 
-std::string pictureFile(std::string_view scanDir, std::string_view name, int path, bool trim)
+std::string pictureFile(
+    std::string_view home, std::string_view scanDir, std::string_view name, int path, bool trim)
 {
     std::string whole = std::string(scanDir) + std::string(name);
     std::string_view stem = trim ? trimSpaces(whole) : std::string_view(whole);
     if (path == config::kExtrasPath)
         stem = withoutLastFour(stem);
-    return std::string(stem) + ".png";
+    const bool relative = stem.empty() || (stem.front() != '/' && stem.front() != '\\');
+    return (relative ? std::string(home) : std::string()) + std::string(stem) + ".png";
 }
 
-void ShowFileSystemType(platform::Files& files, const catalogue::Catalogue& catalogue, config::RunState& run,
-    const runtime::ListBox& List1)
+void ShowFileSystemType(platform::Files& files, const std::string& home, const catalogue::Catalogue& catalogue,
+    config::RunState& run, const runtime::ListBox& List1)
 {
     if (run.curPath < 1 || run.curPath > config::kExtrasPath)
         return;
     const std::string& name = gameName(catalogue, run.curPath, List1.listIndex() + 1);
-    run.fileFound = files.fileExists(pictureFile(run.scanDir, name, run.curPath, false));
+    run.fileFound = files.fileExists(pictureFile(home, run.scanDir, name, run.curPath, false));
 }
 
 void cabRefresh(MainControls& c, const PreviewContext& ctx)
@@ -134,7 +136,7 @@ void cabRefresh(MainControls& c, const PreviewContext& ctx)
         const catalogue::PictureKind& kind = catalogue::kPictureKinds[i];
         runtime::PictureControl& panel = panels[i].control;
         core::passOver(log, [&] { run.scanDir = baseFolder(ctx, c.List1) + std::string(kind.folder); });
-        core::passOver(log, [&] { ShowFileSystemType(ctx.files, ctx.catalogue, run, c.List1); });
+        core::passOver(log, [&] { ShowFileSystemType(ctx.files, ctx.home, ctx.catalogue, run, c.List1); });
         if (!run.fileFound) {
             // A game without the picture leaves an empty place; the default picture is only put in on the
             // way out, where the picture strip may copy it. A missing one hides the panel all the same.
@@ -153,8 +155,8 @@ void cabRefresh(MainControls& c, const PreviewContext& ctx)
         // curPic reads that back.
         core::passOver(log, [&] {
             const int row = c.List1.listIndex() + 1;
-            panel.setFileName(
-                pictureFile(run.scanDir, gameName(ctx.catalogue, run.curPath, row), run.curPath, trimsBlanks(kind)));
+            const std::string& name = gameName(ctx.catalogue, run.curPath, row);
+            panel.setFileName(pictureFile(ctx.home, run.scanDir, name, run.curPath, trimsBlanks(kind)));
         });
         run.curPic = panel.fileName();
     }

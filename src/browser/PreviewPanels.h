@@ -34,6 +34,7 @@ struct PreviewContext
     const config::Settings& settings; // the lists' picture folders
     const catalogue::Catalogue& catalogue;
     uint32_t schemeBack; // the colour around a picture that does not fill its panel
+    const std::string& home; // the program's folder, with a trailing '/'
 };
 
 // A file of the current skin (themesDir + curSkin + name) as a player opens it: '\' read as '/', and
@@ -53,14 +54,17 @@ bool trimsBlanks(const catalogue::PictureKind& kind);
 
 // The picture file of a game in the folder `scanDir` (a base folder and a kind's folder): scanDir + name +
 // ".png". The Extras (list 27) hold program file names, whose three-letter extension gives way to ".png":
-// "pinball.exe" looks for "pinball.png". trim: blanks cut off both ends of scanDir + name first.
-// The panels, the existence test and whoever wants to know a row's pictures ahead all use this.
-std::string pictureFile(std::string_view scanDir, std::string_view name, int path, bool trim);
+// "pinball.exe" looks for "pinball.png". trim: blanks cut off both ends of scanDir + name first. A
+// relative folder lies below the program's folder `home`, as every folder of the settings does.
+// The panels, the existence test and whoever wants to know a row's pictures ahead all use this. Throws
+// std::out_of_range for an Extras name too short to lose its extension.
+std::string pictureFile(
+    std::string_view home, std::string_view scanDir, std::string_view name, int path, bool trim);
 
 // The existence test of the selected game's picture in run.scanDir: sets run.fileFound for lists 1 to 27
 // and leaves it as it was for any other list. Throws for a row outside the catalogue.
-void ShowFileSystemType(platform::Files& files, const catalogue::Catalogue& catalogue, config::RunState& run,
-    const runtime::ListBox& List1);
+void ShowFileSystemType(platform::Files& files, const std::string& home, const catalogue::Catalogue& catalogue,
+    config::RunState& run, const runtime::ListBox& List1);
 
 // Brings the preview panels into line with the selection and clicks: "pop.mp3" of the skin, unless the
 // sound is off, no key map has been read, or a sound is playing already (a starting game's or the

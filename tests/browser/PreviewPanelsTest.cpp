@@ -30,7 +30,7 @@ std::string pngHeader(int width, int height)
 }
 
 // A browser form with its panels hidden as designed, over a program folder that holds the skin "Skin"
-// with its four default pictures and the art folder "art/" of list 1.
+// with its four default pictures, and list 1 with its art in "art/" below the program's folder.
 class PreviewPanelsTest : public ::testing::Test
 {
 protected:
@@ -41,7 +41,7 @@ protected:
         run.skin.showMarquee = run.skin.showSnap = run.skin.showFlyer = run.skin.showCabinet = true;
         for (const char* name : { "marquee32.jpg", "screen32.jpg", "flyer32.jpg", "cabinet32.jpg" })
             home.write(std::string("omthemes/Skin/") + name, pngHeader(32, 32));
-        settings.artDir[1] = home.path() + "art\\";
+        settings.artDir[1] = "art\\"; // below the program's folder
     }
 
     void picture(const std::string& relative) { home.write(relative, pngHeader(8, 6)); }
@@ -66,7 +66,7 @@ protected:
     {
         c.List1.setListIndex(index);
         browser::cabRefresh(
-            c, { mpFX, fx.files, saved, run, keyExit, settings, catalogue, schemeBack });
+            c, { mpFX, fx.files, saved, run, keyExit, settings, catalogue, schemeBack, homePath });
     }
 
     // The panels in the order marquee, snap, flyer, cabinet: the file each holds, below the program's
@@ -86,6 +86,7 @@ protected:
     }
 
     TempHome home;
+    const std::string homePath = home.path();
     RuntimeFixture fx;
     runtime::Form& form = fx.plainForm("Main");
     browser::MainControls c { form };
@@ -99,6 +100,8 @@ protected:
     uint32_t schemeBack = kBack;
 };
 
+// The names as the panels and the existence test join them, below the program's folder "/cab/" unless the
+// folder is absolute.
 TEST(PictureFileTest, NamesAndFoldersAsEachPanelJoinsThem)
 {
     struct Row
@@ -110,25 +113,27 @@ TEST(PictureFileTest, NamesAndFoldersAsEachPanelJoinsThem)
         const char* expected; // "" when the name cannot be worked out
     };
     const Row rows[] = {
-        { "art\\snap\\", "galaga", 1, false, "art\\snap\\galaga.png" },
-        { " art\\snap\\", "galaga ", 5, false, " art\\snap\\galaga .png" },
-        { " art\\snap\\", "galaga ", 5, true, "art\\snap\\galaga.png" },
-        { "art\\snap\\", "", 1, false, "art\\snap\\.png" }, // an empty list
-        { "x\\snap\\", "Pinball.exe", 27, false, "x\\snap\\Pinball.png" },
-        { "x\\snap\\", "Pinball.exe ", 27, false, "x\\snap\\Pinball..png" },
-        { "x\\snap\\", "Pinball.exe ", 27, true, "x\\snap\\Pinball.png" },
-        { "x\\", "Flipper.déj", 27, false, "x\\Flipper.png" }, // four letters, not four bytes
-        { "", "pong", 27, false, ".png" },
+        { "art\\snap\\", "galaga", 1, false, "/cab/art\\snap\\galaga.png" },
+        { "/art/snap/", "galaga", 1, false, "/art/snap/galaga.png" },
+        { "\\art\\snap\\", "galaga", 1, false, "\\art\\snap\\galaga.png" },
+        { " /art/snap/", "galaga ", 5, false, "/cab/ /art/snap/galaga .png" },
+        { " /art/snap/", "galaga ", 5, true, "/art/snap/galaga.png" },
+        { "art\\snap\\", "", 1, false, "/cab/art\\snap\\.png" }, // an empty list
+        { "/x/snap/", "Pinball.exe", 27, false, "/x/snap/Pinball.png" },
+        { "/x/snap/", "Pinball.exe ", 27, false, "/x/snap/Pinball..png" },
+        { "/x/snap/", "Pinball.exe ", 27, true, "/x/snap/Pinball.png" },
+        { "/x/", "Flipper.déj", 27, false, "/x/Flipper.png" }, // four letters, not four bytes
+        { "", "pong", 27, false, "/cab/.png" },
         { "", "p.x", 27, false, "" },
-        { "   ", "p.exe", 27, true, "p.png" },
+        { "   ", "p.exe", 27, true, "/cab/p.png" },
         { "   ", "", 27, true, "" },
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.scanDir) + "|" + row.name + "|" + std::to_string(row.trim));
         if (*row.expected)
-            EXPECT_EQ(browser::pictureFile(row.scanDir, row.name, row.path, row.trim), row.expected);
+            EXPECT_EQ(browser::pictureFile("/cab/", row.scanDir, row.name, row.path, row.trim), row.expected);
         else
-            EXPECT_THROW(browser::pictureFile(row.scanDir, row.name, row.path, row.trim), std::out_of_range);
+            EXPECT_THROW(browser::pictureFile("/cab/", row.scanDir, row.name, row.path, row.trim), std::out_of_range);
     }
 }
 
