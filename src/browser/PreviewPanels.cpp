@@ -14,63 +14,63 @@ namespace ombrel::browser {
 
 namespace {
 
-    // Blanks only: a tab in a folder or name stays, as the owner wrote it.
-    std::string_view trimSpaces(std::string_view text)
-    {
-        const size_t first = text.find_first_not_of(' ');
-        if (first == std::string_view::npos)
-            return {};
-        return text.substr(first, text.find_last_not_of(' ') - first + 1);
-    }
+// Blanks only: a tab in a folder or name stays, as the owner wrote it.
+std::string_view trimSpaces(std::string_view text)
+{
+    const size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
 
-    // Text less its last four characters: a UTF-8 name loses four letters, not four bytes.
-    std::string_view withoutLastFour(std::string_view text)
-    {
-        const bool utf8 = core::isValidUtf8(text);
-        size_t end = text.size();
-        for (int n = 0; n < 4; ++n) {
-            if (end == 0)
-                throw std::out_of_range("\"" + std::string(text) + "\" is too short to lose an extension");
+// Text less its last four characters: a UTF-8 name loses four letters, not four bytes.
+std::string_view withoutLastFour(std::string_view text)
+{
+    const bool utf8 = core::isValidUtf8(text);
+    size_t end = text.size();
+    for (int n = 0; n < 4; ++n) {
+        if (end == 0)
+            throw std::out_of_range("\"" + std::string(text) + "\" is too short to lose an extension");
+        --end;
+        while (utf8 && end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
             --end;
-            while (utf8 && end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-                --end;
-        }
-        return text.substr(0, end);
     }
+    return text.substr(0, end);
+}
 
-    void checkRow(int row)
-    {
-        if (row < 0 || row > catalogue::kMaxGamesPerList)
-            throw std::out_of_range("row " + std::to_string(row) + " is outside the catalogue");
-    }
+void checkRow(int row)
+{
+    if (row < 0 || row > catalogue::kMaxGamesPerList)
+        throw std::out_of_range("row " + std::to_string(row) + " is outside the catalogue");
+}
 
-    // The folder that holds the kinds' folders for the selected row. A list number outside the lists
-    // still finds an art folder while the settings have one of that number; past them there is none.
-    std::string baseFolder(const PreviewContext& ctx, const runtime::ListBox& List1)
-    {
-        const int path = ctx.run.curPath;
-        const int row = List1.listIndex() + 1;
-        if (path == config::kExtrasPath)
-            checkRow(row); // the Extras' folders are a column of the catalogue
-        if (auto base = catalogue::pictureBase(ctx.settings, ctx.catalogue, path, row, List1.text()))
-            return *base;
-        if (path < 0 || static_cast<size_t>(path) >= ctx.settings.artDir.size())
-            throw std::out_of_range("list " + std::to_string(path) + " has no picture folder");
-        return ctx.settings.artDir[static_cast<size_t>(path)];
-    }
+// The folder that holds the kinds' folders for the selected row. A list number outside the lists
+// still finds an art folder while the settings have one of that number; past them there is none.
+std::string baseFolder(const PreviewContext& ctx, const runtime::ListBox& List1)
+{
+    const int path = ctx.run.curPath;
+    const int row = List1.listIndex() + 1;
+    if (path == config::kExtrasPath)
+        checkRow(row); // the Extras' folders are a column of the catalogue
+    if (auto base = catalogue::pictureBase(ctx.settings, ctx.catalogue, path, row, List1.text()))
+        return *base;
+    if (path < 0 || static_cast<size_t>(path) >= ctx.settings.artDir.size())
+        throw std::out_of_range("list " + std::to_string(path) + " has no picture folder");
+    return ctx.settings.artDir[static_cast<size_t>(path)];
+}
 
-    void clickSound(const PreviewContext& ctx)
-    {
-        // Without a key map there is no click: a cabinet that has not been set up yet stays quiet.
-        if (!ctx.keyExit || *ctx.keyExit == 0 || ctx.saved.muted)
-            return;
-        platform::MediaPlayer& player = ctx.mpFX;
-        if (player.playState() == platform::kPlaying)
-            return;
-        player.setFileName(skinFile(ctx.files, ctx.run, ctx.saved, "pop.mp3"));
-        if (!player.fileName().empty())
-            player.play();
-    }
+void clickSound(const PreviewContext& ctx)
+{
+    // Without a key map there is no click: a cabinet that has not been set up yet stays quiet.
+    if (!ctx.keyExit || *ctx.keyExit == 0 || ctx.saved.muted)
+        return;
+    platform::MediaPlayer& player = ctx.mpFX;
+    if (player.playState() == platform::kPlaying)
+        return;
+    player.setFileName(skinFile(ctx.files, ctx.run, ctx.saved, "pop.mp3"));
+    if (!player.fileName().empty())
+        player.play();
+}
 
 } // namespace
 
@@ -106,8 +106,8 @@ std::string pictureFile(
     return (relative ? std::string(home) : std::string()) + std::string(stem) + ".png";
 }
 
-void ShowFileSystemType(platform::Files& files, const std::string& home, const catalogue::Catalogue& catalogue,
-    config::RunState& run, const runtime::ListBox& List1)
+void ShowFileSystemType(platform::Files& files, const std::string& home,
+    const catalogue::Catalogue& catalogue, config::RunState& run, const runtime::ListBox& List1)
 {
     if (run.curPath < 1 || run.curPath > config::kExtrasPath)
         return;

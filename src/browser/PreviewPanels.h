@@ -63,8 +63,8 @@ std::string pictureFile(
 
 // The existence test of the selected game's picture in run.scanDir: sets run.fileFound for lists 1 to 27
 // and leaves it as it was for any other list. Throws for a row outside the catalogue.
-void ShowFileSystemType(platform::Files& files, const std::string& home, const catalogue::Catalogue& catalogue,
-    config::RunState& run, const runtime::ListBox& List1);
+void ShowFileSystemType(platform::Files& files, const std::string& home,
+    const catalogue::Catalogue& catalogue, config::RunState& run, const runtime::ListBox& List1);
 
 // Brings the preview panels into line with the selection and clicks: "pop.mp3" of the skin, unless the
 // sound is off, no key map has been read, or a sound is playing already (a starting game's or the
