@@ -49,7 +49,7 @@ const std::string& gameName(const catalogue::Catalogue& catalogue, int path, int
 
 // Whether a panel of this kind trims blanks from the folder and name before it loads the picture. The
 // marquee and snap panels do; the flyer and cabinet panels and the existence test take the path as it is,
-// so a name with a trailing blank is found but not loaded by the latter two, and the other way round.
+// so for a name with a trailing blank the marquee and snap panels load another file than the one found.
 bool trimsBlanks(const catalogue::PictureKind& kind);
 
 // The picture file of a game in the folder `scanDir` (a base folder and a kind's folder): scanDir + name +
