@@ -49,7 +49,8 @@ void MainForm::cabRefresh()
 {
     browser::cabRefresh(c,
         browser::PreviewContext { mpFX.player(), m_cabinet.platform.files, m_cabinet.saved, m_cabinet.run,
-            m_cabinet.keys.keyExit });
+            m_cabinet.keys.keyExit, m_cabinet.settings, m_cabinet.catalogue, m_cabinet.scheme.schemeBack,
+            m_cabinet.home });
 }
 
 void MainForm::fullView(runtime::PictureControl& panel)
