@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the demo cabinet's content in demo/: the master game list, placeholder ROM files, the
-# list files, the Extras list, the skins "Ombrel", "Parlour" and "Phosphor", logos, artwork, sounds and
-# the intro film.
+# list files, the Extras list, the skins "Ombrel", "Parlour" and "Phosphor", logos, artwork (drawn
+# by demo-art.py beside this script), sounds and the intro film.
 #
 # Needs only ffmpeg and python3 (standard library). The output is the same on every run with the
 # same ffmpeg: no random seeds, no time stamps, single-threaded encoders. The hand-written files
@@ -31,7 +31,7 @@ mkdir -p "$demo"
 # gamelist.lst, the placeholder ROMs and the list files, so the three always agree.
 # ---------------------------------------------------------------------------------------------
 python3 - "$demo" "$work" "$root/scripts/demo-games.txt" <<'PY'
-import colorsys, os, shutil, sys, zlib
+import os, shutil, sys
 
 demo, work, table = sys.argv[1], sys.argv[2], sys.argv[3]
 
@@ -198,33 +198,11 @@ for name, (lines, scheme) in SKINS.items():
     crlf_file("omthemes/%s/skin.ini" % name, lines)
     crlf_file("omthemes/%s/scheme.cfg" % name, scheme)
 
-# Artwork manifest for the picture step below: rom, kinds, colours, and the name wrapped for
-# each card size in a text file (drawtext reads it, which spares the filter-graph escaping).
-def wrap(text, width):
-    lines, line = [], ""
-    for word in text.split():
-        if line and len(line) + 1 + len(word) > width:
-            lines.append(line)
-            line = word
-        else:
-            line = (line + " " + word).strip()
-    lines.append(line)
-    return "\n".join(lines)
-
-def hue_colour(name, saturation, value):
-    hue = (zlib.crc32(name.encode()) % 360) / 360.0
-    r, g, b = colorsys.hsv_to_rgb(hue, saturation, value)
-    return "0x%02X%02X%02X" % (round(r * 255), round(g * 255), round(b * 255))
-
+# Artwork manifest for the picture step below: rom, kinds and title, tab-separated.
 descriptions = {rom: d for rom, d, _ in games}
-with open(os.path.join(work, "art.txt"), "w") as manifest:
+with open(os.path.join(work, "art.tsv"), "w", encoding="utf-8") as manifest:
     for rom in sorted(ART):
-        name = descriptions[rom]
-        for kind, width in (("snap", 12), ("marquees", 14), ("flyers", 9), ("cabinets", 10)):
-            with open(os.path.join(work, "%s.%s.txt" % (rom, kind)), "w", encoding="utf-8") as f:
-                f.write(wrap(name.upper() if kind == "marquees" else name, width))
-        manifest.write("%s %s %s %s\n" % (rom, ",".join(ART[rom].split()),
-                                          hue_colour(rom, 0.75, 0.85), hue_colour(rom, 0.8, 0.25)))
+        manifest.write("%s\t%s\t%s\n" % (rom, ",".join(ART[rom].split()), descriptions[rom]))
 
 counts = {k: sum(1 for g in games if g[2] == k) for k in FOLDERS}
 print("make-demo-media: %d games in the master list; present: %s" % (
@@ -245,7 +223,6 @@ still() {
     ff -f lavfi -i "color=c=$back:s=$size:d=1" -vf "$filters" -frames:v 1 "${exact[@]}" "$@" "$out"
 }
 
-png() { still "$@" -pix_fmt rgb24; }
 jpg() { still "$@" -pix_fmt yuvj420p -q:v 3; }
 
 # text FILE SIZE COLOUR Y [extra drawtext options]: a centred drawtext filter for a text file.
@@ -275,39 +252,14 @@ logo vp.gif      0x2A3A8A "PINBALL"  "VISUAL PINBALL"
 logo s11.gif     0x6A1050 "S11 EMU"  "PINBALL"
 logo daphne.gif  0x3A3A3A "DAPHNE"   "LASERDISC"
 
-# Artwork cards: snap (a little game screen), marquee, flyer and cabinet.
+# Artwork at the sizes real cabinets have: snap 640x480, marquee 1024x256, flyer and cabinet 1200x1600.
 mkdir -p "$demo/art"
 for kind in snap marquees flyers cabinets; do
     rm -rf "${demo:?}/art/$kind"
     mkdir -p "$demo/art/$kind"
 done
-printf '1UP  00000' >"$work/score.txt"
-printf 'INSERT COIN' >"$work/coin.txt"
-printf 'ARCADE' >"$work/arcade.txt"
-while read -r rom kinds bright dark; do
-    for kind in ${kinds//,/ }; do
-        out=$demo/art/$kind/$rom.png
-        name=$work/$rom.$kind.txt
-        case $kind in
-        snap)
-            png "$out" 160x120 "$dark" "drawbox=x=6:y=16:w=148:h=88:color=$bright@0.5:t=1,\
-drawbox=x=40:y=84:w=8:h=8:color=$bright:t=fill,drawbox=x=112:y=78:w=8:h=8:color=yellow:t=fill,\
-$(text "$work/score.txt" 9 white 4),$(text "$name" 14 white 30 'borderw=1:bordercolor=black'),\
-$(text "$work/coin.txt" 9 "$bright" 107)" ;;
-        marquees)
-            png "$out" 256x64 "$bright" "drawbox=x=0:y=0:w=iw:h=ih:color=black@0.6:t=4,\
-$(text "$name" 20 white '(h-text_h)/2' 'borderw=2:bordercolor=black')" ;;
-        flyers)
-            png "$out" 120x160 "$bright" "drawbox=x=0:y=100:w=iw:h=60:color=$dark:t=fill,\
-drawbox=x=0:y=0:w=iw:h=ih:color=white:t=3,$(text "$name" 16 white 14 'borderw=1:bordercolor=black'),\
-$(text "$work/arcade.txt" 12 white 130)" ;;
-        cabinets)
-            png "$out" 120x160 0xD8D8D0 "drawbox=x=18:y=6:w=84:h=152:color=$dark:t=fill,\
-drawbox=x=18:y=6:w=84:h=28:color=$bright:t=fill,drawbox=x=28:y=42:w=64:h=46:color=black:t=fill,\
-drawbox=x=24:y=98:w=72:h=10:color=$bright@0.7:t=fill,$(text "$name" 8 white 10)" ;;
-        esac
-    done
-done <"$work/art.txt"
+printf '%s\n' "${exact[@]}" >"$work/ffmpeg-options.txt"
+python3 "$root/scripts/demo-art.py" "$work/ffmpeg-options.txt" "$demo/art" "$work" "$work/art.tsv" "$font"
 
 # The skins' backgrounds (640x480, stretched to the screen, so each mark lies under the element it
 # frames at every screen size), default pictures and sounds.
@@ -344,21 +296,22 @@ b='5+9*exp(-((X-320)*(X-320)+(Y-240)*(Y-240))/90000)'" \
     -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Phosphor/background.jpg"
 face=$font
 
-# defaults SKIN BACK BORDER INK [SIZE]: the four default pictures, which the picture strip shows for a
-# game without that picture, in the skin's colours and in $face (SIZE: of the text, 14 by default).
+# defaults SKIN BACK BORDER INK [PERCENT]: the four default pictures, which the picture strip shows for
+# a game without that picture, at the sizes of the artwork they stand in for, in the skin's colours and
+# in $face (PERCENT: of the usual text size, for a wider face).
 defaults() {
-    local pic file size label
-    for pic in "marquee32.jpg 256x64 NO MARQUEE" "screen32.jpg 160x120 NO SNAP" \
-               "flyer32.jpg 120x160 NO FLYER" "cabinet32.jpg 120x160 NO CABINET"; do
-        read -r file size label <<<"$pic"
+    local pic file size text_size edge label
+    for pic in "marquee32.jpg 1024x256 84 12 NO MARQUEE" "screen32.jpg 640x480 60 8 NO SNAP" \
+               "flyer32.jpg 600x800 70 8 NO FLYER" "cabinet32.jpg 600x800 70 8 NO CABINET"; do
+        read -r file size text_size edge label <<<"$pic"
         printf '%s' "$label" >"$work/label.txt"
-        jpg "$demo/omthemes/$1/$file" "$size" "$2" "drawbox=x=2:y=2:w=iw-4:h=ih-4:color=$3:t=2,\
-$(text "$work/label.txt" "${5:-14}" "$4" '(h-text_h)/2')"
+        jpg "$demo/omthemes/$1/$file" "$size" "$2" "drawbox=x=$edge:y=$edge:w=iw-$((2 * edge)):h=ih-$((2 * edge)):\
+color=$3:t=$edge,$(text "$work/label.txt" $((text_size * ${5:-100} / 100)) "$4" '(h-text_h)/2')"
     done
 }
 defaults Ombrel 0x1A1E2E 0x50587A 0xC8D2E6
 face=${font%/*}/DejaVuSerif-Bold.ttf
-defaults Parlour 0x340E16 0xE8B850 0xEEE2C8 12
+defaults Parlour 0x340E16 0xE8B850 0xEEE2C8 86
 face=${font%/*}/DejaVuSansMono-Bold.ttf
 defaults Phosphor 0x040E08 0x46C864 0x46C864
 face=$font
