@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the demo cabinet's content in demo/: the master game list, placeholder ROM files, the
-# list files, the Extras list, the skins "Ombrel", "Parlour" and "Phosphor", logos, artwork (drawn
-# by demo-art.py beside this script), sounds and the intro film.
+# list files, the Extras list, the skins "Ombrel", "Parlour", "Phosphor" and "Gallery", logos, artwork
+# (drawn by demo-art.py beside this script), sounds and the intro film.
 #
 # Needs only ffmpeg and python3 (standard library). The output is the same on every run with the
 # same ffmpeg: no random seeds, no time stamps, single-threaded encoders. The hand-written files
@@ -191,6 +191,20 @@ SKINS = {
         path=((0, 0), False), nav=((0, 0), False), gap=0, align=0,
         logo=((0, 0, 0, 0), False)),
         ['"DejaVu Sans Mono"', "12", colour(4, 14, 8), colour(70, 200, 100), pulse_colour(170, 248, 176)]),
+    # Snaps on a wall: a 3 x 3 picture strip of snaps at the left under the marquee, the flyer over the
+    # cabinet at the right, the logo in the top left corner; the caption carries the selected game's
+    # name and the arrows stand above the flyer. The strip's 5100 hold three 1600-wide cells but not
+    # four, and the third cell of a row ends at 4992 with its two gaps of 96, inside the one gap of
+    # slack past the right edge; its 3960 hold three rows of 1200 and their gaps (3792). The gap grows
+    # with the screen's width and the rows with its height, so this leaves the gap room to grow by
+    # seven eighths more than the rows: the nine cells stay nine up to 21:9.
+    "Gallery": (layout(
+        snap=HIDDEN, cabinet=((3540, 5790, 1440, 1920), True),
+        flyer=((1500, 5790, 1440, 1920), True), marquee=((180, 2040, 3600, 900), True),
+        strip=(1500, 240, 5100, 3960), columns="", kind="snap", cell=(1600, 1200),
+        path=((1140, 240), True), nav=((1140, 6060), True), gap=96, align=2,
+        logo=((240, 240, 600, 1500), True)),
+        ['"DejaVu Sans"', "10", colour(22, 22, 26), colour(232, 228, 218), pulse_colour(64, 208, 200)]),
 }
 
 for name, (lines, scheme) in SKINS.items():
@@ -296,6 +310,25 @@ b='5+9*exp(-((X-320)*(X-320)+(Y-240)*(Y-240))/90000)'" \
     -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Phosphor/background.jpg"
 face=$font
 
+# Gallery: a charcoal wall under a soft light from above, a dark frame where each picture hangs: the
+# nine cells of the strip (133 x 100 with gaps of 8 at 640x480), the marquee, the flyer and the cabinet.
+frame() { echo "drawbox=x=$(($1 - 3)):y=$(($2 - 3)):w=$(($3 + 6)):h=$(($4 + 6)):color=0xE8E4DA@0.18:t=1,\
+drawbox=x=$1:y=$2:w=$3:h=$4:color=black@0.35:t=fill"; }
+cells=""
+for row in 125 233 341; do
+    for column in 20 161 303; do
+        cells+="$(frame "$column" "$row" 133 100),"
+    done
+done
+printf 'G  A  L  L  E  R  Y' >"$work/gallery.txt"
+ff -f lavfi -i "color=c=black:s=640x480:d=1,format=rgb24,\
+geq=r='20+14*exp(-((X-320)*(X-320)+(Y+40)*(Y+40))/120000)':\
+g='20+13*exp(-((X-320)*(X-320)+(Y+40)*(Y+40))/120000)':\
+b='24+10*exp(-((X-320)*(X-320)+(Y+40)*(Y+40))/120000)'" \
+    -vf "$cells$(frame 170 15 300 75),$(frame 483 125 120 160),$(frame 483 295 120 160),\
+$(text "$work/gallery.txt" 10 0xE8E4DA@0.3 464)" \
+    -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Gallery/background.jpg"
+
 # defaults SKIN BACK BORDER INK [PERCENT]: the four default pictures, which the picture strip shows for
 # a game without that picture, at the sizes of the artwork they stand in for, in the skin's colours and
 # in $face (PERCENT: of the usual text size, for a wider face).
@@ -315,6 +348,7 @@ defaults Parlour 0x340E16 0xE8B850 0xEEE2C8 86
 face=${font%/*}/DejaVuSansMono-Bold.ttf
 defaults Phosphor 0x040E08 0x46C864 0x46C864
 face=$font
+defaults Gallery 0x16161A 0x40D0C8 0xE8E4DA
 
 # tone OUT SECONDS EXPRESSION: a mono sound of the given length, as a small MP3.
 tone() {
@@ -336,6 +370,7 @@ sounds() {
 sounds Ombrel 1800 1 523.25 783.99
 sounds Parlour 1200 0.75 392.00 587.33
 sounds Phosphor 2400 1.5 880.00 1760.00
+sounds Gallery 1500 1.25 659.25 987.77
 
 # The intro film: the name fading in over a moving plasma, with a rising three-note chime.
 printf 'arcade front end' >"$work/tagline.txt"
