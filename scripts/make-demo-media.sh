@@ -207,6 +207,29 @@ SKINS = {
         ['"DejaVu Sans"', "10", colour(22, 22, 26), colour(232, 228, 218), pulse_colour(64, 208, 200)]),
 }
 
+def strip_cells(strip, cell, gap, gap_stretch):
+    """Cells a row and cells in all of a picture strip, placed as the front end places them: it
+    tries as many as the strip holds whole cells across and down, wraps a cell that passes the right
+    edge by more than one gap and stops at a row that passes the bottom edge. gap_stretch: how much
+    more the gap grows than the cells' height, on a screen wider than 4:3."""
+    _, _, width, height = strip
+    cell_width, cell_height = cell
+    x, y, row, placed = 0, 0, 0, 1
+    for _ in range(int(width / cell_width) * int(height / cell_height) - 1):
+        x += cell_width + gap
+        if x + cell_width > width + gap:
+            x, y = 0, y + cell_height + gap * gap_stretch
+            row = row or placed
+            if y + cell_height > height:
+                break
+        placed += 1
+    return row or placed, placed
+
+# The Gallery's strip (line 9), cell (line 12) and gap (line 17) give 3 x 3 on 4:3, 16:9 and 21:9 screens.
+gallery = [[int(v) for v in SKINS["Gallery"][0][line].split(",")] for line in (8, 11, 16)]
+assert all(strip_cells(gallery[0], gallery[1], gallery[2][0], stretch) == (3, 9)
+           for stretch in (1, 4 / 3, 7 / 4)), "the Gallery strip is no longer 3 x 3"
+
 for name, (lines, scheme) in SKINS.items():
     os.makedirs(os.path.join(demo, "omthemes", name), exist_ok=True)
     crlf_file("omthemes/%s/skin.ini" % name, lines)
