@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the demo cabinet's content in demo/: the master game list, placeholder ROM files, the
-# list files, the Extras list, the skins "Ombrel", "Parlour" and "Phosphor", logos, artwork, sounds and
-# the intro film.
+# list files, the Extras list, the skins "Ombrel", "Parlour", "Phosphor" and "Gallery", logos, artwork
+# (drawn by demo-art.py beside this script), sounds and the intro film.
 #
 # Needs only ffmpeg and python3 (standard library). The output is the same on every run with the
 # same ffmpeg: no random seeds, no time stamps, single-threaded encoders. The hand-written files
@@ -31,7 +31,7 @@ mkdir -p "$demo"
 # gamelist.lst, the placeholder ROMs and the list files, so the three always agree.
 # ---------------------------------------------------------------------------------------------
 python3 - "$demo" "$work" "$root/scripts/demo-games.txt" <<'PY'
-import colorsys, os, shutil, sys, zlib
+import os, shutil, sys
 
 demo, work, table = sys.argv[1], sys.argv[2], sys.argv[3]
 
@@ -191,40 +191,55 @@ SKINS = {
         path=((0, 0), False), nav=((0, 0), False), gap=0, align=0,
         logo=((0, 0, 0, 0), False)),
         ['"DejaVu Sans Mono"', "12", colour(4, 14, 8), colour(70, 200, 100), pulse_colour(170, 248, 176)]),
+    # Snaps on a wall: a 3 x 3 picture strip of snaps at the left under the marquee, the flyer over the
+    # cabinet at the right, the logo in the top left corner; the caption carries the selected game's
+    # name and the arrows stand above the flyer. The strip's 5100 hold three 1600-wide cells but not
+    # four, and the third cell of a row ends at 4992 with its two gaps of 96, inside the one gap of
+    # slack past the right edge; its 3960 hold three rows of 1200 and their gaps (3792). The gap grows
+    # with the screen's width and the rows with its height, so this leaves the gap room to grow by
+    # seven eighths more than the rows: the nine cells stay nine up to 21:9.
+    "Gallery": (layout(
+        snap=HIDDEN, cabinet=((3540, 5790, 1440, 1920), True),
+        flyer=((1500, 5790, 1440, 1920), True), marquee=((180, 2040, 3600, 900), True),
+        strip=(1500, 240, 5100, 3960), columns="", kind="snap", cell=(1600, 1200),
+        path=((1140, 240), True), nav=((1140, 6060), True), gap=96, align=2,
+        logo=((240, 240, 600, 1500), True)),
+        ['"DejaVu Sans"', "10", colour(22, 22, 26), colour(232, 228, 218), pulse_colour(64, 208, 200)]),
 }
+
+def strip_cells(strip, cell, gap, gap_stretch):
+    """Cells a row and cells in all of a picture strip, placed as the front end places them: it
+    tries as many as the strip holds whole cells across and down, wraps a cell that passes the right
+    edge by more than one gap and stops at a row that passes the bottom edge. gap_stretch: how much
+    more the gap grows than the cells' height, on a screen wider than 4:3."""
+    _, _, width, height = strip
+    cell_width, cell_height = cell
+    x, y, row, placed = 0, 0, 0, 1
+    for _ in range(int(width / cell_width) * int(height / cell_height) - 1):
+        x += cell_width + gap
+        if x + cell_width > width + gap:
+            x, y = 0, y + cell_height + gap * gap_stretch
+            row = row or placed
+            if y + cell_height > height:
+                break
+        placed += 1
+    return row or placed, placed
+
+# The Gallery's strip (line 9), cell (line 12) and gap (line 17) give 3 x 3 on 4:3, 16:9 and 21:9 screens.
+gallery = [[int(v) for v in SKINS["Gallery"][0][line].split(",")] for line in (8, 11, 16)]
+assert all(strip_cells(gallery[0], gallery[1], gallery[2][0], stretch) == (3, 9)
+           for stretch in (1, 4 / 3, 7 / 4)), "the Gallery strip is no longer 3 x 3"
 
 for name, (lines, scheme) in SKINS.items():
     os.makedirs(os.path.join(demo, "omthemes", name), exist_ok=True)
     crlf_file("omthemes/%s/skin.ini" % name, lines)
     crlf_file("omthemes/%s/scheme.cfg" % name, scheme)
 
-# Artwork manifest for the picture step below: rom, kinds, colours, and the name wrapped for
-# each card size in a text file (drawtext reads it, which spares the filter-graph escaping).
-def wrap(text, width):
-    lines, line = [], ""
-    for word in text.split():
-        if line and len(line) + 1 + len(word) > width:
-            lines.append(line)
-            line = word
-        else:
-            line = (line + " " + word).strip()
-    lines.append(line)
-    return "\n".join(lines)
-
-def hue_colour(name, saturation, value):
-    hue = (zlib.crc32(name.encode()) % 360) / 360.0
-    r, g, b = colorsys.hsv_to_rgb(hue, saturation, value)
-    return "0x%02X%02X%02X" % (round(r * 255), round(g * 255), round(b * 255))
-
+# Artwork manifest for the picture step below: rom, kinds and title, tab-separated.
 descriptions = {rom: d for rom, d, _ in games}
-with open(os.path.join(work, "art.txt"), "w") as manifest:
+with open(os.path.join(work, "art.tsv"), "w", encoding="utf-8") as manifest:
     for rom in sorted(ART):
-        name = descriptions[rom]
-        for kind, width in (("snap", 12), ("marquees", 14), ("flyers", 9), ("cabinets", 10)):
-            with open(os.path.join(work, "%s.%s.txt" % (rom, kind)), "w", encoding="utf-8") as f:
-                f.write(wrap(name.upper() if kind == "marquees" else name, width))
-        manifest.write("%s %s %s %s\n" % (rom, ",".join(ART[rom].split()),
-                                          hue_colour(rom, 0.75, 0.85), hue_colour(rom, 0.8, 0.25)))
+        manifest.write("%s\t%s\t%s\n" % (rom, ",".join(ART[rom].split()), descriptions[rom]))
 
 counts = {k: sum(1 for g in games if g[2] == k) for k in FOLDERS}
 print("make-demo-media: %d games in the master list; present: %s" % (
@@ -245,7 +260,6 @@ still() {
     ff -f lavfi -i "color=c=$back:s=$size:d=1" -vf "$filters" -frames:v 1 "${exact[@]}" "$@" "$out"
 }
 
-png() { still "$@" -pix_fmt rgb24; }
 jpg() { still "$@" -pix_fmt yuvj420p -q:v 3; }
 
 # text FILE SIZE COLOUR Y [extra drawtext options]: a centred drawtext filter for a text file.
@@ -275,39 +289,14 @@ logo vp.gif      0x2A3A8A "PINBALL"  "VISUAL PINBALL"
 logo s11.gif     0x6A1050 "S11 EMU"  "PINBALL"
 logo daphne.gif  0x3A3A3A "DAPHNE"   "LASERDISC"
 
-# Artwork cards: snap (a little game screen), marquee, flyer and cabinet.
+# Artwork at the sizes real cabinets have: snap 640x480, marquee 1024x256, flyer and cabinet 1200x1600.
 mkdir -p "$demo/art"
 for kind in snap marquees flyers cabinets; do
     rm -rf "${demo:?}/art/$kind"
     mkdir -p "$demo/art/$kind"
 done
-printf '1UP  00000' >"$work/score.txt"
-printf 'INSERT COIN' >"$work/coin.txt"
-printf 'ARCADE' >"$work/arcade.txt"
-while read -r rom kinds bright dark; do
-    for kind in ${kinds//,/ }; do
-        out=$demo/art/$kind/$rom.png
-        name=$work/$rom.$kind.txt
-        case $kind in
-        snap)
-            png "$out" 160x120 "$dark" "drawbox=x=6:y=16:w=148:h=88:color=$bright@0.5:t=1,\
-drawbox=x=40:y=84:w=8:h=8:color=$bright:t=fill,drawbox=x=112:y=78:w=8:h=8:color=yellow:t=fill,\
-$(text "$work/score.txt" 9 white 4),$(text "$name" 14 white 30 'borderw=1:bordercolor=black'),\
-$(text "$work/coin.txt" 9 "$bright" 107)" ;;
-        marquees)
-            png "$out" 256x64 "$bright" "drawbox=x=0:y=0:w=iw:h=ih:color=black@0.6:t=4,\
-$(text "$name" 20 white '(h-text_h)/2' 'borderw=2:bordercolor=black')" ;;
-        flyers)
-            png "$out" 120x160 "$bright" "drawbox=x=0:y=100:w=iw:h=60:color=$dark:t=fill,\
-drawbox=x=0:y=0:w=iw:h=ih:color=white:t=3,$(text "$name" 16 white 14 'borderw=1:bordercolor=black'),\
-$(text "$work/arcade.txt" 12 white 130)" ;;
-        cabinets)
-            png "$out" 120x160 0xD8D8D0 "drawbox=x=18:y=6:w=84:h=152:color=$dark:t=fill,\
-drawbox=x=18:y=6:w=84:h=28:color=$bright:t=fill,drawbox=x=28:y=42:w=64:h=46:color=black:t=fill,\
-drawbox=x=24:y=98:w=72:h=10:color=$bright@0.7:t=fill,$(text "$name" 8 white 10)" ;;
-        esac
-    done
-done <"$work/art.txt"
+printf '%s\n' "${exact[@]}" >"$work/ffmpeg-options.txt"
+python3 "$root/scripts/demo-art.py" "$work/ffmpeg-options.txt" "$demo/art" "$work" "$work/art.tsv" "$font"
 
 # The skins' backgrounds (640x480, stretched to the screen, so each mark lies under the element it
 # frames at every screen size), default pictures and sounds.
@@ -344,24 +333,45 @@ b='5+9*exp(-((X-320)*(X-320)+(Y-240)*(Y-240))/90000)'" \
     -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Phosphor/background.jpg"
 face=$font
 
-# defaults SKIN BACK BORDER INK [SIZE]: the four default pictures, which the picture strip shows for a
-# game without that picture, in the skin's colours and in $face (SIZE: of the text, 14 by default).
+# Gallery: a charcoal wall under a soft light from above, a dark frame where each picture hangs: the
+# nine cells of the strip (133 x 100 with gaps of 8 at 640x480), the marquee, the flyer and the cabinet.
+frame() { echo "drawbox=x=$(($1 - 3)):y=$(($2 - 3)):w=$(($3 + 6)):h=$(($4 + 6)):color=0xE8E4DA@0.18:t=1,\
+drawbox=x=$1:y=$2:w=$3:h=$4:color=black@0.35:t=fill"; }
+cells=""
+for row in 125 233 341; do
+    for column in 20 161 303; do
+        cells+="$(frame "$column" "$row" 133 100),"
+    done
+done
+printf 'G  A  L  L  E  R  Y' >"$work/gallery.txt"
+ff -f lavfi -i "color=c=black:s=640x480:d=1,format=rgb24,\
+geq=r='20+14*exp(-((X-320)*(X-320)+(Y+40)*(Y+40))/120000)':\
+g='20+13*exp(-((X-320)*(X-320)+(Y+40)*(Y+40))/120000)':\
+b='24+10*exp(-((X-320)*(X-320)+(Y+40)*(Y+40))/120000)'" \
+    -vf "$cells$(frame 170 15 300 75),$(frame 483 125 120 160),$(frame 483 295 120 160),\
+$(text "$work/gallery.txt" 10 0xE8E4DA@0.3 464)" \
+    -frames:v 1 "${exact[@]}" -pix_fmt yuvj420p -q:v 3 "$demo/omthemes/Gallery/background.jpg"
+
+# defaults SKIN BACK BORDER INK [PERCENT]: the four default pictures, which the picture strip shows for
+# a game without that picture, at the sizes of the artwork they stand in for, in the skin's colours and
+# in $face (PERCENT: of the usual text size, for a wider face).
 defaults() {
-    local pic file size label
-    for pic in "marquee32.jpg 256x64 NO MARQUEE" "screen32.jpg 160x120 NO SNAP" \
-               "flyer32.jpg 120x160 NO FLYER" "cabinet32.jpg 120x160 NO CABINET"; do
-        read -r file size label <<<"$pic"
+    local pic file size text_size edge label
+    for pic in "marquee32.jpg 1024x256 84 12 NO MARQUEE" "screen32.jpg 640x480 60 8 NO SNAP" \
+               "flyer32.jpg 600x800 70 8 NO FLYER" "cabinet32.jpg 600x800 70 8 NO CABINET"; do
+        read -r file size text_size edge label <<<"$pic"
         printf '%s' "$label" >"$work/label.txt"
-        jpg "$demo/omthemes/$1/$file" "$size" "$2" "drawbox=x=2:y=2:w=iw-4:h=ih-4:color=$3:t=2,\
-$(text "$work/label.txt" "${5:-14}" "$4" '(h-text_h)/2')"
+        jpg "$demo/omthemes/$1/$file" "$size" "$2" "drawbox=x=$edge:y=$edge:w=iw-$((2 * edge)):h=ih-$((2 * edge)):\
+color=$3:t=$edge,$(text "$work/label.txt" $((text_size * ${5:-100} / 100)) "$4" '(h-text_h)/2')"
     done
 }
 defaults Ombrel 0x1A1E2E 0x50587A 0xC8D2E6
 face=${font%/*}/DejaVuSerif-Bold.ttf
-defaults Parlour 0x340E16 0xE8B850 0xEEE2C8 12
+defaults Parlour 0x340E16 0xE8B850 0xEEE2C8 86
 face=${font%/*}/DejaVuSansMono-Bold.ttf
 defaults Phosphor 0x040E08 0x46C864 0x46C864
 face=$font
+defaults Gallery 0x16161A 0x40D0C8 0xE8E4DA
 
 # tone OUT SECONDS EXPRESSION: a mono sound of the given length, as a small MP3.
 tone() {
@@ -383,6 +393,7 @@ sounds() {
 sounds Ombrel 1800 1 523.25 783.99
 sounds Parlour 1200 0.75 392.00 587.33
 sounds Phosphor 2400 1.5 880.00 1760.00
+sounds Gallery 1500 1.25 659.25 987.77
 
 # The intro film: the name fading in over a moving plasma, with a rising three-note chime.
 printf 'arcade front end' >"$work/tagline.txt"
