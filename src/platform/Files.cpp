@@ -77,7 +77,8 @@ std::vector<std::string> FolderNames::matching(const std::string& folder, const 
     const std::string key = lowered(name);
     std::lock_guard lock(m_mutex);
     auto it = m_folders.find(folder);
-    if (it != m_folders.end() && !error && it->second.modified == modified) {
+    const int64_t ticks = static_cast<int64_t>(modified.time_since_epoch().count());
+    if (it != m_folders.end() && !error && it->second.modified == ticks) {
         m_lru.splice(m_lru.begin(), m_lru, it->second.lru);
         auto found = it->second.byLowerName.find(key);
         return found == it->second.byLowerName.end() ? std::vector<std::string> {} : found->second;
@@ -101,7 +102,7 @@ std::vector<std::string> FolderNames::matching(const std::string& folder, const 
         m_lru.pop_back();
     }
     m_lru.push_front(folder);
-    listing.modified = modified;
+    listing.modified = ticks;
     listing.lru = m_lru.begin();
     m_folders.emplace(folder, std::move(listing));
     return matches;

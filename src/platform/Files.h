@@ -3,7 +3,7 @@
 // Folders may be written with '\' or '/'.
 #pragma once
 
-#include <filesystem>
+#include <cstdint>
 #include <list>
 #include <mutex>
 #include <optional>
@@ -53,7 +53,7 @@ public:
 
 private:
     struct Listing {
-        std::filesystem::file_time_type modified;
+        int64_t modified = 0; // the folder's time in the file system's ticks
         std::unordered_map<std::string, std::vector<std::string>> byLowerName;
         std::list<std::string>::iterator lru;
     };
