@@ -225,7 +225,8 @@ TEST_F(SdlImagesTest, WishedPicturesAreFittedAheadAsTheCallerWouldFitThem)
 }
 
 // Whatever is asked for and however, the bytes held stay within the bound, the least recently used
-// leaving first; one picture larger than the whole bound is handed out and not kept.
+// leaving first; one picture larger than the whole bound is handed out and not kept; wishes are taken
+// only as far as they fit.
 TEST_F(SdlImagesTest, TheBytesHeldStayWithinTheBound)
 {
     SdlImages::Limits limits;
@@ -259,6 +260,15 @@ TEST_F(SdlImagesTest, TheBytesHeldStayWithinTheBound)
         EXPECT_EQ(whole->w, 100);
         EXPECT_EQ(images.heldBytes(), held);
     }
+
+    // Wished pictures that would not all fit would push one another out: only the most wanted are taken.
+    SdlImages wishing(limits, 1);
+    std::vector<PictureWish> wishes;
+    for (const auto& path : paths)
+        wishes.push_back({ path, { 20, 20 } });
+    wishing.expect(wishes);
+    wishing.waitIdle();
+    EXPECT_EQ(wishing.decodeCount(), 1);
 }
 
 } // namespace

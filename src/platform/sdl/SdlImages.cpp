@@ -295,11 +295,16 @@ void SdlImages::expect(const std::vector<PictureWish>& wishes)
         m_wishes.clear();
         if (m_workers.empty())
             return;
+        // The least wanted would push the most wanted out of the cache if all of them did not fit: the
+        // wishes are taken while their boxes fill at most half of it.
+        size_t bytes = 0;
         for (const PictureWish& wish : wishes) {
-            if (m_wishes.size() >= m_limits.maxWishes)
+            if (wish.path.empty() || wish.box.w <= 0 || wish.box.h <= 0)
+                continue;
+            bytes += static_cast<size_t>(wish.box.w) * static_cast<size_t>(wish.box.h) * 4;
+            if (m_wishes.size() >= m_limits.maxWishes || bytes > m_limits.maxBytes / 2)
                 break;
-            if (!wish.path.empty() && wish.box.w > 0 && wish.box.h > 0)
-                m_wishes.push_back(wish);
+            m_wishes.push_back(wish);
         }
     }
     m_changed.notify_all();
@@ -319,7 +324,8 @@ void SdlImages::serveWish(const PictureWish& wish)
     {
         std::lock_guard lock(m_mutex);
         if (const Record* record = current(wish.path, stamp)) {
-            if (!record->decodes || m_held.count(keyOf(record->facts.version, target(record->facts.size))))
+            // A picture wished for again is made the most recent, so the newest wishes do not push it out.
+            if (!record->decodes || heldSurface(keyOf(record->facts.version, target(record->facts.size))))
                 return;
             facts = record->facts;
             full = heldSurface(keyOf(facts.version, facts.size));

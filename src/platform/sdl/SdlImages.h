@@ -46,7 +46,8 @@ public:
         size_t maxBytes = size_t { 48 } * 1024 * 1024;
         // Records are a hundred bytes or so; this is one for each game of a full list and more.
         size_t maxRecords = 8192;
-        size_t maxWishes = 64; // wishes past this many are ignored
+        // Wishes past this many, or past those whose boxes fill half of maxBytes, are ignored.
+        size_t maxWishes = 64;
     };
     // What the cache knows of one version of a picture file.
     struct Facts
