@@ -82,7 +82,8 @@ void BM_FlyerDecodedWhenShown(benchmark::State& state)
         const std::string& path = flyers[i++ % flyers.size()];
         state.ResumeTiming();
         const auto facts = images->facts(path);
-        benchmark::DoNotOptimize(images->fitted(path, platform::sdl::SdlImages::fitInto(facts->size, kPanel)));
+        benchmark::DoNotOptimize(
+            images->fitted(path, platform::sdl::SdlImages::fitInto(facts->size, kPanel)));
     }
 }
 BENCHMARK(BM_FlyerDecodedWhenShown)->Unit(benchmark::kMillisecond);

@@ -42,8 +42,9 @@ TEST(DecodersRun, TheSameRunWhateverTheDecoders)
             + "' --home demo --replay demo/walk.replay --trace walk.trace --decoders " + decoders
             + " >out 2>&1";
         const int status = std::system(command.c_str());
-        ASSERT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 0) << command << "\n"
-                                                                 << dir.read(std::string(decoders) + "/out");
+        ASSERT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 0)
+            << command << "\n"
+            << dir.read(std::string(decoders) + "/out");
         auto files = filesBelow(dir, run);
         if (first.empty()) {
             first = std::move(files);

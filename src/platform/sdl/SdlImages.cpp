@@ -15,36 +15,36 @@ using runtime::PixelSize;
 
 namespace {
 
-    // The file's bytes, or why the picture is not decoded. The header's claim is checked before the
-    // decoder sees the file, so a tiny file claiming a giant picture costs its few bytes.
-    std::string readChecked(const std::string& path, uintmax_t size, std::string& bytes)
-    {
-        if (size > static_cast<uintmax_t>(kMaxPictureFileBytes))
-            return "the file is larger than " + std::to_string(kMaxPictureFileBytes >> 20) + " MB";
-        if (!core::readFile(path, bytes))
-            return "the file cannot be read";
-        auto checked = checkPicture(bytes);
-        if (auto* refusal = std::get_if<PictureRefusal>(&checked))
-            return refusal->why;
-        return std::string();
-    }
+// The file's bytes, or why the picture is not decoded. The header's claim is checked before the
+// decoder sees the file, so a tiny file claiming a giant picture costs its few bytes.
+std::string readChecked(const std::string& path, uintmax_t size, std::string& bytes)
+{
+    if (size > static_cast<uintmax_t>(kMaxPictureFileBytes))
+        return "the file is larger than " + std::to_string(kMaxPictureFileBytes >> 20) + " MB";
+    if (!core::readFile(path, bytes))
+        return "the file cannot be read";
+    auto checked = checkPicture(bytes);
+    if (auto* refusal = std::get_if<PictureRefusal>(&checked))
+        return refusal->why;
+    return std::string();
+}
 
-    // The picture scaled to size with linear filtering, as the renderer scales a texture; null when the
-    // scaling fails.
-    SharedSurface scaledCopy(const SharedSurface& source, PixelSize size)
-    {
-        if (size == PixelSize { source->w, source->h })
-            return source;
-        SurfacePtr scaled(SDL_CreateRGBSurfaceWithFormat(0, size.w, size.h, 32, source->format->format));
-        if (!scaled || SDL_SoftStretchLinear(source.get(), nullptr, scaled.get(), nullptr) != 0)
-            return nullptr;
-        return shareSurface(scaled.release());
-    }
+// The picture scaled to size with linear filtering, as the renderer scales a texture; null when the
+// scaling fails.
+SharedSurface scaledCopy(const SharedSurface& source, PixelSize size)
+{
+    if (size == PixelSize { source->w, source->h })
+        return source;
+    SurfacePtr scaled(SDL_CreateRGBSurfaceWithFormat(0, size.w, size.h, 32, source->format->format));
+    if (!scaled || SDL_SoftStretchLinear(source.get(), nullptr, scaled.get(), nullptr) != 0)
+        return nullptr;
+    return shareSurface(scaled.release());
+}
 
-    size_t bytesOf(const SharedSurface& surface)
-    {
-        return static_cast<size_t>(surface->pitch) * static_cast<size_t>(surface->h);
-    }
+size_t bytesOf(const SharedSurface& surface)
+{
+    return static_cast<size_t>(surface->pitch) * static_cast<size_t>(surface->h);
+}
 
 } // namespace
 
@@ -79,7 +79,8 @@ PixelSize SdlImages::fitInto(PixelSize picture, PixelSize box)
 {
     if (picture.w <= 0 || picture.h <= 0 || box.w <= 0 || box.h <= 0)
         return { 0, 0 };
-    const double scale = std::min(static_cast<double>(box.w) / picture.w, static_cast<double>(box.h) / picture.h);
+    const double scale
+        = std::min(static_cast<double>(box.w) / picture.w, static_cast<double>(box.h) / picture.h);
     const int w = std::clamp(static_cast<int>(std::lround(picture.w * scale)), 1, box.w);
     const int h = std::clamp(static_cast<int>(std::lround(picture.h * scale)), 1, box.h);
     return { w, h };
