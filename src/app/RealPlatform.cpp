@@ -34,10 +34,11 @@ bool showsNothing(const char* videoDriver)
 
 } // namespace
 
-RealPlatform::RealPlatform(std::string home, bool windowed, const std::string& tracePath)
+RealPlatform::RealPlatform(std::string home, bool windowed, const std::string& tracePath, int decoders)
     : m_home(std::move(home))
     , m_trace(m_clock, tracePath)
     , m_loop(m_clock)
+    , m_images(platform::sdl::SdlImages::Limits {}, decoders)
     , m_processes(m_trace, m_home)
     , m_cursor(m_trace)
     , m_power(m_logind, m_trace)
@@ -60,7 +61,8 @@ RealPlatform::RealPlatform(std::string home, bool windowed, const std::string& t
         if (m_failures)
             m_failures->noteAt("fonts", "no installed font matches \"" + name + "\"; DejaVu Sans stands in");
     };
-    // Pictures are decoded on the prefetch workers too; the log is the loop's.
+    // A refusal is said on the thread that asked for the picture, the loop's; it may be in the middle
+    // of painting, so the note is written after it.
     m_images.onRefused = [this](const std::string& path, const std::string& why) {
         m_loop.postTask([this, path, why] {
             if (m_failures)

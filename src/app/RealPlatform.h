@@ -27,9 +27,10 @@ namespace ombrel::app {
 class RealPlatform {
 public:
     // home: the program's folder with a trailing '/'. tracePath: as TraceWriter takes it (empty: no
-    // trace). Throws std::runtime_error when the window or the trace file cannot be made, and when
-    // there is no display to show the window on.
-    RealPlatform(std::string home, bool windowed, const std::string& tracePath);
+    // trace). decoders: the picture decoders' threads. Throws std::runtime_error when the window or the
+    // trace file cannot be made, and when there is no display to show the window on.
+    RealPlatform(std::string home, bool windowed, const std::string& tracePath,
+        int decoders = platform::sdl::SdlImages::kDefaultDecoders);
     ~RealPlatform();
     RealPlatform(const RealPlatform&) = delete;
     RealPlatform& operator=(const RealPlatform&) = delete;

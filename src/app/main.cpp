@@ -19,13 +19,16 @@
 namespace {
 
 constexpr const char* kUsage
-    = "usage: ombrel [--home DIR] [--replay SCRIPT [--screen WxH]] [--trace FILE] [--windowed] [--check]\n"
+    = "usage: ombrel [--home DIR] [--replay SCRIPT [--screen WxH]] [--trace FILE] [--windowed] [--decoders N]\n"
+      "              [--check]\n"
       "       ombrel --help | --version\n"
       "  --home DIR       the cabinet's folder (default: the folder of the program)\n"
       "  --replay SCRIPT  run headless on a virtual clock, driven by SCRIPT\n"
       "  --screen WxH     the screen and desktop size of a replay in pixels (default 640x480)\n"
       "  --trace FILE     write every observable effect to FILE (\"-\": standard output)\n"
       "  --windowed       a window instead of the whole screen\n"
+      "  --decoders N     threads that decode pictures ahead of the selection, 0 to 16 (default 2; 0: each\n"
+      "                   picture is decoded when it is shown)\n"
       "  --check          report how ombrel.ini is read, then stop\n"
       "  --help           this text\n"
       "  --version        the program's version\n";
@@ -33,12 +36,16 @@ constexpr const char* kUsage
 // The bounds of --screen: a screen smaller than a few rows or larger than any display is a typing error.
 constexpr int kMinScreenSide = 16;
 constexpr int kMaxScreenSide = 8192;
+// More decoders than this only take memory: a step wishes for a handful of pictures.
+constexpr int kMaxDecoders = 16;
 
 struct Options {
     std::string home;
     std::string replay;
     std::string trace;
     std::string screenText;
+    std::string decodersText;
+    int decoders = ombrel::platform::sdl::SdlImages::kDefaultDecoders;
     ombrel::runtime::PixelSize screen = ombrel::replay::ReplayPlatform::kScreen;
     bool windowed = false;
     bool check = false;
@@ -97,6 +104,8 @@ ParsedArguments parseArguments(int argc, char** argv)
             value(options.trace);
         else if (arg == "--screen")
             value(options.screenText);
+        else if (arg == "--decoders")
+            value(options.decodersText);
         else if (arg == "--windowed")
             options.windowed = true;
         else if (arg == "--check")
@@ -116,6 +125,14 @@ ParsedArguments parseArguments(int argc, char** argv)
         else
             parsed.error = "--screen " + options.screenText + ": expected WIDTHxHEIGHT, each "
                 + std::to_string(kMinScreenSide) + " to " + std::to_string(kMaxScreenSide) + " pixels";
+    }
+    if (parsed.error.empty() && !options.decodersText.empty()) {
+        const std::string& text = options.decodersText;
+        if (text.size() <= 2 && text.find_first_not_of("0123456789") == std::string::npos
+            && std::stoi(text) <= kMaxDecoders)
+            options.decoders = std::stoi(text);
+        else
+            parsed.error = "--decoders " + text + ": expected a number from 0 to " + std::to_string(kMaxDecoders);
     }
     return parsed;
 }
@@ -167,7 +184,7 @@ int runReplay(const Options& options, const std::string& home)
         std::cerr << error << "\n";
         return kUsageError;
     }
-    ombrel::replay::ReplayPlatform replay(home, std::move(*script), options.trace, options.screen);
+    ombrel::replay::ReplayPlatform replay(home, std::move(*script), options.trace, options.screen, options.decoders);
     auto failures = ombrel::app::cabinetFailureLog(home);
     ombrel::startup::Application app(replay.platform(), failures);
     replay.driver().setFrameSource([&app] { return app.forms().frame(); });
@@ -213,7 +230,7 @@ int main(int argc, char** argv)
     try {
         if (!options.replay.empty())
             return runReplay(options, *home);
-        ombrel::app::RealPlatform real(*home, options.windowed, options.trace);
+        ombrel::app::RealPlatform real(*home, options.windowed, options.trace, options.decoders);
         return runProgram(real);
     } catch (const std::exception& e) {
         std::cerr << "ombrel: " << e.what() << "\n";

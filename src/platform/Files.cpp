@@ -5,6 +5,7 @@
 #include "core/AtomicFile.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -38,12 +39,17 @@ std::string join(const std::string& folder, const std::string& name)
     return folder + '/' + name;
 }
 
-bool sameIgnoringCase(const std::string& a, const std::string& b)
+std::string lowered(std::string text)
 {
-    auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return a.size() == b.size()
-        && std::equal(a.begin(), a.end(), b.begin(), [&](char x, char y) { return lower(x) == lower(y); });
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
 }
+
+// A folder changed this recently may change again within the same tick of its modification time, which
+// a listing taken now would not see; such a listing is not reused.
+constexpr auto kSettledAfter = std::chrono::seconds(2);
 
 // The names of a folder's entries; empty when it cannot be read. With onlyExisting, a link that leads
 // nowhere is left out, as exists() would not find it either.
@@ -62,9 +68,49 @@ std::vector<std::string> entriesOf(const std::string& folder, bool onlyExisting 
     return names;
 }
 
+} // namespace
+
+std::vector<std::string> FolderNames::matching(const std::string& folder, const std::string& name)
+{
+    std::error_code error;
+    const auto modified = fs::last_write_time(folder.empty() ? std::string(".") : folder, error);
+    const std::string key = lowered(name);
+    std::lock_guard lock(m_mutex);
+    auto it = m_folders.find(folder);
+    const int64_t ticks = static_cast<int64_t>(modified.time_since_epoch().count());
+    if (it != m_folders.end() && !error && it->second.modified == ticks) {
+        m_lru.splice(m_lru.begin(), m_lru, it->second.lru);
+        auto found = it->second.byLowerName.find(key);
+        return found == it->second.byLowerName.end() ? std::vector<std::string> {} : found->second;
+    }
+    if (it != m_folders.end()) {
+        m_lru.erase(it->second.lru);
+        m_folders.erase(it);
+    }
+    ++m_listings;
+    Listing listing;
+    for (auto& entry : entriesOf(folder))
+        listing.byLowerName[lowered(entry)].push_back(std::move(entry));
+    auto found = listing.byLowerName.find(key);
+    std::vector<std::string> matches
+        = found == listing.byLowerName.end() ? std::vector<std::string> {} : found->second;
+    const bool settled = fs::file_time_type::clock::now() - modified > kSettledAfter;
+    if (error || !settled)
+        return matches;
+    while (m_folders.size() >= kMaxFolders) {
+        m_folders.erase(m_lru.back());
+        m_lru.pop_back();
+    }
+    m_lru.push_front(folder);
+    listing.modified = ticks;
+    listing.lru = m_lru.begin();
+    m_folders.emplace(folder, std::move(listing));
+    return matches;
+}
+
 // The path of names[index..] below folder, each name taken as written when it is there, else in any
 // case that is there.
-std::optional<std::string> resolveBelow(
+std::optional<std::string> DiskFiles::resolveBelow(
     const std::string& folder, const std::vector<std::string>& names, size_t index, bool fileOnly)
 {
     if (index == names.size()) {
@@ -78,13 +124,9 @@ std::optional<std::string> resolveBelow(
     const bool last = index + 1 == names.size();
     if (name == "." || name == ".." || ((last && fileOnly) ? fileOnDisk(asWritten) : existsOnDisk(asWritten)))
         return resolveBelow(asWritten, names, index + 1, fileOnly);
-    // Only a missing name costs a listing of its folder. Entries that differ from it only in case are
-    // tried in name order, so the answer does not depend on the order of the disk.
-    std::vector<std::string> matches;
-    for (auto& entry : entriesOf(folder)) {
-        if (sameIgnoringCase(entry, name))
-            matches.push_back(std::move(entry));
-    }
+    // Only a missing name costs a look at its folder's names. Entries that differ from it only in case
+    // are tried in name order, so the answer does not depend on the order of the disk.
+    std::vector<std::string> matches = m_names.matching(folder, name);
     std::sort(matches.begin(), matches.end());
     for (const auto& match : matches) {
         if (auto found = resolveBelow(join(folder, match), names, index + 1, fileOnly))
@@ -92,8 +134,6 @@ std::optional<std::string> resolveBelow(
     }
     return std::nullopt;
 }
-
-} // namespace
 
 bool tooLongToExist(std::string_view path)
 {

@@ -3,9 +3,13 @@
 // Folders may be written with '\' or '/'.
 #pragma once
 
+#include <cstdint>
+#include <list>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace ombrel::platform {
@@ -35,6 +39,30 @@ public:
     virtual std::optional<std::vector<std::string>> listFiles(const std::string& folder) = 0;
 };
 
+// The names of folders listed to find a name without regard to case, each kept while its folder's
+// modification time stays what it was, so an art folder of thousands of files is listed once, not once
+// per missing picture. Only the most recently used folders are kept.
+class FolderNames {
+public:
+    static constexpr size_t kMaxFolders = 64;
+    // The entries of folder ("" for the current one) whose names equal name without regard to case, as
+    // a fresh listing would give them, in no particular order.
+    std::vector<std::string> matching(const std::string& folder, const std::string& name);
+    // For tests: how many times a folder was read.
+    int listings() const { return m_listings; }
+
+private:
+    struct Listing {
+        int64_t modified = 0; // the folder's time in the file system's ticks
+        std::unordered_map<std::string, std::vector<std::string>> byLowerName;
+        std::list<std::string>::iterator lru;
+    };
+    std::mutex m_mutex;
+    std::unordered_map<std::string, Listing> m_folders;
+    std::list<std::string> m_lru; // most recent first
+    int m_listings = 0;
+};
+
 // The real file system.
 class DiskFiles final : public Files {
 public:
@@ -44,8 +72,15 @@ public:
     std::string write(const std::string& path, std::string_view bytes) override;
     std::optional<std::vector<std::string>> listFiles(const std::string& folder) override;
 
+    // For tests: the folders' names kept for look-ups in any case.
+    const FolderNames& folderNames() const { return m_names; }
+
 private:
     std::optional<std::string> resolveAs(const std::string& path, bool fileOnly);
+    std::optional<std::string> resolveBelow(
+        const std::string& folder, const std::vector<std::string>& names, size_t index, bool fileOnly);
+
+    FolderNames m_names;
 };
 
 // '\' to '/': folder values of a Windows cabinet work unchanged.

@@ -8,7 +8,7 @@
 namespace ombrel::replay {
 
 ReplayPlatform::ReplayPlatform(std::string home, ReplayScript script, const std::string& tracePath,
-                               runtime::PixelSize screen)
+                               runtime::PixelSize screen, int decoders)
     : m_home(std::move(home))
     , m_trace(m_clock, tracePath)
     , m_loop(m_clock)
@@ -20,6 +20,7 @@ ReplayPlatform::ReplayPlatform(std::string home, ReplayScript script, const std:
     , m_cursor(m_trace)
     , m_display(m_trace, screen)
     , m_power(m_trace)
+    , m_images(platform::sdl::SdlImages::Limits {}, decoders)
 {
     if (!m_trace.ok())
         throw std::runtime_error("cannot write the trace file " + tracePath);

@@ -33,10 +33,11 @@ public:
     static constexpr runtime::PixelSize kScreen { 640, 480 };
 
     // home: the program's folder with a trailing '/'. tracePath: as TraceWriter takes it. screen: the
-    // size of the screen and of the desktop. Throws std::runtime_error when the trace file or the
-    // off-screen surface cannot be made.
+    // size of the screen and of the desktop. decoders: the picture decoders' threads; what the run
+    // traces and paints is the same whatever their number. Throws std::runtime_error when the trace file
+    // or the off-screen surface cannot be made.
     ReplayPlatform(std::string home, ReplayScript script, const std::string& tracePath,
-                   runtime::PixelSize screen = kScreen);
+                   runtime::PixelSize screen = kScreen, int decoders = platform::sdl::SdlImages::kDefaultDecoders);
     ~ReplayPlatform();
     ReplayPlatform(const ReplayPlatform&) = delete;
     ReplayPlatform& operator=(const ReplayPlatform&) = delete;

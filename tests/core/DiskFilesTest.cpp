@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -72,6 +73,39 @@ TEST(DiskFiles, AFileLookUpFindsFilesOnly)
     EXPECT_TRUE(files.exists(home.path() + "roms/galaga.zip"));
     EXPECT_EQ(files.listFiles(home.path() + "ROMS"), (std::vector<std::string> { "DKONG.ZIP", "link.zip", "x.zip" }));
     EXPECT_EQ(files.listFiles(home.path() + "missing"), std::vector<std::string> {});
+}
+
+// Names not found as written are looked for in one listing per folder, kept while the folder's time stays
+// the same: many missing pictures cost one listing, and a file added or removed in between is seen.
+TEST(DiskFiles, KeptListingsFollowTheirFolder)
+{
+    namespace fs = std::filesystem;
+    test::TempHome home;
+    home.write("snap/PacMan.PNG", "x");
+    const fs::path snap = home.root() / "snap";
+    // A folder last changed a while ago: its listing may be kept.
+    auto settle = [&] { fs::last_write_time(snap, fs::file_time_type::clock::now() - std::chrono::minutes(1)); };
+    settle();
+    DiskFiles files;
+    auto found = [&](const char* name) { return files.resolveFile(home.path() + "snap/" + name); };
+    auto listings = [&] { return files.folderNames().listings(); };
+    EXPECT_EQ(found("pacman.png"), home.path() + "snap/PacMan.PNG");
+    for (const char* missing : { "galaga.png", "dkong.png", "digdug.png" })
+        EXPECT_EQ(found(missing), std::nullopt);
+    EXPECT_EQ(listings(), 1);
+
+    home.write("snap/Galaga.png", "x");
+    EXPECT_EQ(found("galaga.png"), home.path() + "snap/Galaga.png");
+    settle();
+    EXPECT_EQ(found("galaga.png"), home.path() + "snap/Galaga.png");
+    fs::remove(snap / "Galaga.png");
+    EXPECT_EQ(found("galaga.png"), std::nullopt);
+    // A folder changed just now is listed again on each look-up: a change within the same tick of its
+    // time would not show in the time.
+    const int before = listings();
+    EXPECT_EQ(found("galaga.png"), std::nullopt);
+    EXPECT_EQ(found("galaga.png"), std::nullopt);
+    EXPECT_EQ(listings(), before + 2);
 }
 
 } // namespace

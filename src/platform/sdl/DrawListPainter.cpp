@@ -15,9 +15,6 @@ using runtime::PixelSize;
 
 constexpr size_t kMaxPictureTextures = 160;
 constexpr size_t kMaxLineTextures = 512;
-// Pictures are kept scaled to the size they are shown at up to this side; a bigger one is scaled by
-// the renderer on each frame (no screen is that big, so only a damaged layout gets there).
-constexpr int kMaxScaledSide = 8192;
 // Coordinates beyond this are damage, not layout; keeping within it keeps every sum below in range.
 constexpr int kMaxCoordinate = 1 << 24;
 // Lines are rasterised in white and tinted when copied: white times the tint is the tint exactly.
@@ -60,16 +57,6 @@ bool opaquePixels(SDL_Surface* surface)
     }
     SDL_UnlockSurface(surface);
     return opaque;
-}
-
-// The picture scaled to size with linear filtering, as the renderer scales a texture; null when the
-// scaling fails (the caller then lets the renderer scale).
-SurfacePtr scaledCopy(SDL_Surface* source, PixelSize size)
-{
-    SurfacePtr scaled(SDL_CreateRGBSurfaceWithFormat(0, size.w, size.h, 32, source->format->format));
-    if (!scaled || SDL_SoftStretchLinear(source, nullptr, scaled.get(), nullptr) != 0)
-        return nullptr;
-    return scaled;
 }
 
 SDL_Rect toSdl(const PixelRect& r)
@@ -167,13 +154,11 @@ PixelRect DrawListPainter::placeImage(runtime::ImageFit fit, const PixelRect& re
     case runtime::ImageFit::Contain:
         break;
     }
-    if (picture.w <= 0 || picture.h <= 0 || rect.w <= 0 || rect.h <= 0)
+    // The same size the decoders fit a wished picture to, so the loop's thread finds it made.
+    const PixelSize size = SdlImages::fitInto(picture, { rect.w, rect.h });
+    if (size.w <= 0 || size.h <= 0)
         return { rect.x, rect.y, 0, 0 };
-    const double scale
-        = std::min(static_cast<double>(rect.w) / picture.w, static_cast<double>(rect.h) / picture.h);
-    const int w = std::clamp(static_cast<int>(std::lround(picture.w * scale)), 1, rect.w);
-    const int h = std::clamp(static_cast<int>(std::lround(picture.h * scale)), 1, rect.h);
-    return { rect.x + (rect.w - w) / 2, rect.y + (rect.h - h) / 2, w, h };
+    return { rect.x + (rect.w - size.w) / 2, rect.y + (rect.h - size.h) / 2, size.w, size.h };
 }
 
 std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& frame, const PixelRect& area)
@@ -185,7 +170,8 @@ std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& fra
         if (cmd.kind == DrawCommand::Kind::Fill)
             return i;
         if (cmd.kind == DrawCommand::Kind::Image && cmd.fit == runtime::ImageFit::Stretch) {
-            const Texture* texture = pictureTexture(cmd.path, m_images.picture(cmd.path), { cmd.rect.w, cmd.rect.h });
+            const auto facts = m_images.facts(cmd.path);
+            const Texture* texture = facts ? pictureTexture(cmd.path, *facts, { cmd.rect.w, cmd.rect.h }) : nullptr;
             if (texture && texture->opaque)
                 return i;
         }
@@ -339,47 +325,42 @@ void DrawListPainter::frame(const DrawCommand& cmd)
 }
 
 DrawListPainter::Texture* DrawListPainter::pictureTexture(
-    const std::string& path, const SharedSurface& surface, PixelSize size)
+    const std::string& path, const SdlImages::Facts& facts, PixelSize size)
 {
-    if (!surface || size.w <= 0 || size.h <= 0)
+    if (size.w <= 0 || size.h <= 0)
         return nullptr;
     const std::string key = std::to_string(size.w) + "x" + std::to_string(size.h) + '\x1f' + path;
-    if (Texture* cached = m_pictures.find(key)) {
-        const bool same = !cached->source.owner_before(surface) && !surface.owner_before(cached->source);
-        if (same)
-            return cached;
-    }
-    // Scaled here once rather than by the renderer on every frame. A picture larger than the screen
-    // (a damaged size) is left to the renderer, which only samples it.
-    SurfacePtr scaled;
-    const bool resize = !(size == PixelSize { surface->w, surface->h });
-    if (resize && size.w <= kMaxScaledSide && size.h <= kMaxScaledSide)
-        scaled = scaledCopy(surface.get(), size);
-    SDL_Surface* shown = scaled ? scaled.get() : surface.get();
-    TexturePtr texture(SDL_CreateTextureFromSurface(m_renderer, shown));
+    if (Texture* cached = m_pictures.find(key); cached && cached->version == facts.version)
+        return cached;
+    // The cache hands the picture at the size it is shown, made ahead by a decoder when it was wished
+    // for; here it only becomes a texture.
+    SharedSurface shown = m_images.fitted(path, size);
+    if (!shown)
+        return nullptr;
+    TexturePtr texture(SDL_CreateTextureFromSurface(m_renderer, shown.get()));
     if (!texture)
         return nullptr;
-    const bool opaque = opaquePixels(shown);
+    const bool opaque = opaquePixels(shown.get());
     SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
     // An opaque picture is copied, not blended: the same pixels at a fraction of the cost.
     SDL_SetTextureBlendMode(texture.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     Texture entry;
     entry.texture = std::move(texture);
     entry.size = { shown->w, shown->h };
-    entry.source = surface;
+    entry.version = facts.version;
     entry.opaque = opaque;
     return &m_pictures.insert(key, std::move(entry));
 }
 
 void DrawListPainter::image(const DrawCommand& cmd)
 {
-    SharedSurface surface = m_images.picture(cmd.path);
-    if (!surface)
+    const auto facts = m_images.facts(cmd.path);
+    if (!facts)
         return;
-    const PixelRect place = placeImage(cmd.fit, cmd.rect, { surface->w, surface->h });
+    const PixelRect place = placeImage(cmd.fit, cmd.rect, facts->size);
     if (place.w <= 0 || place.h <= 0)
         return;
-    Texture* texture = pictureTexture(cmd.path, surface, { place.w, place.h });
+    Texture* texture = pictureTexture(cmd.path, *facts, { place.w, place.h });
     if (!texture)
         return;
     const SDL_Rect dst = toSdl(place);

@@ -52,7 +52,7 @@ private:
     {
         TexturePtr texture;
         runtime::PixelSize size;
-        std::weak_ptr<SDL_Surface> source; // the decoded picture it was made from
+        uint64_t version = 0; // of the picture file it was made from
         bool opaque = false; // no pixel lets what is below show through
         std::list<std::string>::iterator lru;
     };
@@ -72,9 +72,9 @@ private:
     void text(const runtime::DrawCommand& cmd);
     void film(const runtime::DrawCommand& cmd);
     void textLine(const runtime::DrawCommand& cmd, const std::string& line, int y);
-    // surface, the picture at path as the cache gives it now, as a texture of exactly size (pixels of the
-    // screen), or null. The caller has the surface already, so the file is looked at once per use.
-    Texture* pictureTexture(const std::string& path, const SharedSurface& surface, runtime::PixelSize size);
+    // The picture at path, in the version facts names, as a texture of size (pixels of the screen), or
+    // null. The caller has the facts already, so the file is looked at once per use.
+    Texture* pictureTexture(const std::string& path, const SdlImages::Facts& facts, runtime::PixelSize size);
     // The index of the last command that paints every pixel of area opaquely: nothing before it can
     // show there; nullopt when there is none, and the area must be cleared first.
     std::optional<size_t> firstVisible(const runtime::DrawList& frame, const runtime::PixelRect& area);
