@@ -78,10 +78,11 @@ public:
             const catalogue::PictureKind& kind = catalogue::kPictureKinds[m_panels[i].kind];
             std::string& path = next(m_panels[i].box);
             path.append(*base).append(kind.folder).append(name);
+            // The marquee and snap panels drop blanks around the whole path; the others keep them.
+            if (kind.listType == "marquee" || kind.listType == "snap")
+                trimBlanks(path);
             if (program) {
                 // A program's name carries its own extension, which the picture's takes the place of.
-                if (kind.listType == "marquee" || kind.listType == "snap")
-                    trimBlanks(path);
                 if (path.size() < 4) {
                     drop();
                     continue;
@@ -153,6 +154,8 @@ private:
     void drop() { --m_used; }
     void finish(std::string& path)
     {
+        if (path.empty() || (path.front() != '/' && path.front() != '\\'))
+            path.insert(0, m_ctx.home); // a relative folder lies below the program's folder
         path.append(".png");
         // The loader reads '\' as '/'; a wish must name the file as the loader will ask for it.
         std::replace(path.begin(), path.end(), '\\', '/');

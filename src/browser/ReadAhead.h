@@ -21,6 +21,7 @@ struct ReadAheadContext
     const config::Settings& settings; // the lists' picture folders
     const catalogue::Catalogue& catalogue; // the games' names
     const config::RunState& run; // curPath, listType, midRow and the skin's panel flags
+    const std::string& home; // the program's folder, with a trailing '/': where relative folders lie
 };
 
 // Follows the selection and wishes, most wanted first: the pictures of the selected game and of the

@@ -50,7 +50,8 @@ void MainForm::cabRefresh()
     browser::cabRefresh(c,
         browser::PreviewContext { mpFX.player(), m_cabinet.platform.files, m_cabinet.saved, m_cabinet.run,
             m_cabinet.keys.keyExit });
-    readAhead.wish(c, { m_cabinet.platform.images, m_cabinet.settings, m_cabinet.catalogue, m_cabinet.run });
+    auto& cabinet = m_cabinet;
+    readAhead.wish(c, { cabinet.platform.images, cabinet.settings, cabinet.catalogue, cabinet.run, cabinet.home });
 }
 
 void MainForm::fullView(runtime::PictureControl& panel)

@@ -56,7 +56,7 @@ protected:
     {
         c.List1.setListIndex(index);
         ahead.stepped(step);
-        ahead.wish(c, { fx.images, settings, catalogue, run });
+        ahead.wish(c, { fx.images, settings, catalogue, run, home });
         std::vector<std::string> paths;
         for (const platform::PictureWish& wish : fx.images.wishes)
             paths.push_back(wish.path.starts_with("/art/") ? wish.path.substr(5) : wish.path);
@@ -69,6 +69,7 @@ protected:
     config::Settings settings;
     catalogue::Catalogue catalogue;
     config::RunState run;
+    const std::string home = "/cab/";
     ReadAhead ahead;
 };
 
@@ -130,8 +131,9 @@ TEST_F(ReadAheadTest, ANewListForgetsTheDirection)
 }
 
 // Programs carry their own folder and an extension that the picture's replaces, with blanks trimmed
-// for the marquee and the snap only; the Ultra 64 list sends one game to a folder of its own.
-TEST_F(ReadAheadTest, ProgramsAndTheUltra64ListHaveTheirOwnFolders)
+// for the marquee and the snap only; the Ultra 64 list sends one game to a folder of its own; a
+// relative folder lies below the program's folder.
+TEST_F(ReadAheadTest, ProgramsAndTheUltra64ListHaveTheirOwnFolderRules)
 {
     showPanels(true, true, true, false);
     run.curPath = config::kExtrasPath;
@@ -148,14 +150,14 @@ TEST_F(ReadAheadTest, ProgramsAndTheUltra64ListHaveTheirOwnFolders)
 
     run.curPath = config::kU64Path;
     settings.u64Dir = "/ki/";
-    settings.u64Dir2 = "/u64/";
+    settings.u64Dir2 = "u64\\";
     showPanels(false, true, false, false);
     c.List1.clear();
     for (const char* game : { "Killer Instinct", "Mario Kart" }) {
         catalogue.list(config::kU64Path)->set(c.List1.listCount() + 1, 1, game);
         c.List1.addItem(game);
     }
-    EXPECT_EQ(after(1, 0), (std::vector<std::string> { "/u64/snap/Mario Kart.png", "/ki/snap/Killer Instinct.png" }));
+    EXPECT_EQ(after(1, 0), (std::vector<std::string> { "/cab/u64/snap/Mario Kart.png", "/ki/snap/Killer Instinct.png" }));
 }
 
 // The cells on screen first, then each step's cells at the leading edge, with the names unchanged.
