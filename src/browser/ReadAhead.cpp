@@ -6,10 +6,18 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace ombrel::browser {
 
 namespace {
+
+    // A preview panel the skin shows: its kind (into catalogue::kPictureKinds) and its box.
+    struct Panel
+    {
+        size_t kind;
+        runtime::PixelSize box;
+    };
 
     runtime::PixelSize pixelSizeOf(const runtime::Control& control)
     {
@@ -197,22 +205,20 @@ void ReadAhead::wish(const MainControls& c, const ReadAheadContext& ctx)
     builder.addCells(selected);
 
     // The steps of a held key, as its timer makes them: a row stops at the ends, a page stops on them.
-    std::array<int, kStepsAhead> ahead {};
-    size_t aheadCount = 0;
-    for (int at = selected; m_step != 0 && aheadCount < ahead.size();) {
+    int firstStep = selected;
+    for (int at = selected, steps = 0; m_step != 0 && steps < kStepsAhead; ++steps) {
         const int reached = std::clamp(at + m_step, 0, count - 1);
         if (reached == at)
             break;
         at = reached;
-        ahead[aheadCount++] = at;
+        if (steps == 0)
+            firstStep = at;
         builder.addPanels(at);
         builder.addCells(at);
     }
+    // Only the first step can have reached a neighbour.
     for (const int neighbour : { selected + 1, selected - 1 }) {
-        const bool wished = std::find(ahead.begin(), ahead.begin() + static_cast<std::ptrdiff_t>(aheadCount),
-                                neighbour)
-            != ahead.begin() + static_cast<std::ptrdiff_t>(aheadCount);
-        if (neighbour < 0 || neighbour >= count || wished)
+        if (neighbour < 0 || neighbour >= count || neighbour == firstStep)
             continue;
         builder.addPanels(neighbour);
         builder.addCells(neighbour);

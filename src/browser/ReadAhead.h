@@ -8,7 +8,6 @@
 #include "config/Settings.h"
 #include "platform/Images.h"
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -45,11 +44,6 @@ public:
     void wish(const MainControls& c, const ReadAheadContext& ctx);
 
 private:
-    struct Panel
-    {
-        size_t kind; // into catalogue::kPictureKinds
-        runtime::PixelSize box;
-    };
     class Builder;
 
     static constexpr int kNoPath = -1;
