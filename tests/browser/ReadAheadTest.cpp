@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ombrel::test {
@@ -63,6 +64,16 @@ protected:
         return paths;
     }
 
+    // "snap/gN.png" for the games of each range, in the range's order: { 6, 3 } is 6, 5, 4, 3.
+    static std::vector<std::string> snaps(const std::vector<std::pair<int, int>>& ranges)
+    {
+        std::vector<std::string> paths;
+        for (const auto& [from, to] : ranges)
+            for (int game = from; game != to + (from <= to ? 1 : -1); game += from <= to ? 1 : -1)
+                paths.push_back("snap/g" + std::to_string(game) + ".png");
+        return paths;
+    }
+
     RuntimeFixture fx;
     runtime::Form& form = fx.plainForm("Main");
     browser::MainControls c { form };
@@ -95,10 +106,10 @@ TEST_F(ReadAheadTest, WishesTheSelectionThenTheStepsAheadThenTheNeighbours)
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.name);
-        std::vector<std::string> expected;
+        std::vector<std::pair<int, int>> ranges;
         for (int game : row.games)
-            expected.push_back("snap/g" + std::to_string(game) + ".png");
-        EXPECT_EQ(after(row.index, row.step), expected);
+            ranges.emplace_back(game, game);
+        EXPECT_EQ(after(row.index, row.step), snaps(ranges));
     }
     EXPECT_EQ(after(-1, 1), std::vector<std::string> {}) << "no selection: nothing is wished, the old wishes go";
 }
@@ -165,23 +176,11 @@ TEST_F(ReadAheadTest, APictureStripWishesTheCellsTheNextStepsBringIn)
 {
     snapStrip();
     setGames(1, 30);
-    auto games = [](int from, int to) {
-        std::vector<std::string> paths;
-        for (int game = from; from <= to ? game <= to : game >= to; game += from <= to ? 1 : -1)
-            paths.push_back("snap/g" + std::to_string(game) + ".png");
-        return paths;
-    };
-    auto join = [](std::vector<std::vector<std::string>> parts) {
-        std::vector<std::string> all;
-        for (auto& part : parts)
-            all.insert(all.end(), part.begin(), part.end());
-        return all;
-    };
     // Selected game 11 shows games 7 to 15.
-    EXPECT_EQ(after(10, 1), join({ games(7, 15), games(16, 19), games(6, 6) }));
-    EXPECT_EQ(after(10, -1), join({ games(7, 15), games(6, 3), games(16, 16) }));
-    EXPECT_EQ(after(10, 4), join({ games(7, 15), games(16, 30), games(6, 6) })) << "four pages, to the list's end";
-    EXPECT_EQ(after(1, 1), join({ games(1, 6), games(7, 10) })) << "no cells before the first game";
+    EXPECT_EQ(after(10, 1), snaps({ { 7, 15 }, { 16, 19 }, { 6, 6 } }));
+    EXPECT_EQ(after(10, -1), snaps({ { 7, 15 }, { 6, 3 }, { 16, 16 } }));
+    EXPECT_EQ(after(10, 4), snaps({ { 7, 15 }, { 16, 30 }, { 6, 6 } })) << "four pages, to the list's end";
+    EXPECT_EQ(after(1, 1), snaps({ { 1, 10 } })) << "no cells before the first game";
     EXPECT_EQ(fx.images.wishes[0].box, (runtime::PixelSize { runtime::twipsToPixels(c.xlist(4).width()),
                                            runtime::twipsToPixels(c.xlist(4).height()) }));
 
