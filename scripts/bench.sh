@@ -3,10 +3,14 @@
 #   - the idle browser: the real program in a full-screen window on a private X server (Xvfb), on a
 #     copy of the demo cabinet, left alone for a while; the CPU it used (utime + stime from /proc) and
 #     how often it woke up (voluntary context switches);
-#   - the Google benchmarks under bench/ (the selection step at 1920x1080, the ROM scan).
+#   - the Google benchmarks under bench/ (the selection step at 1920x1080, the ROM scan);
+#   - the pictures under a held key (bench/PictureBench.cpp): 500 steps at the 75 ms repeat through a
+#     4000-game cabinet with all four kinds of art, panels and a 3 x 3 strip, with and without the
+#     read-ahead; about four minutes.
 # Figures go to standard output with the machine they were taken on.
-# Usage: scripts/bench.sh [--idle-only | --no-idle] [--seconds N] [--build DIR]
-#   --build DIR  measure the program already built in DIR instead of building build-release
+# Usage: scripts/bench.sh [--idle-only | --no-idle | --pictures-only] [--seconds N] [--build DIR]
+#   --build DIR      measure the program already built in DIR instead of building build-release
+#   --pictures-only  only the pictures under a held key
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
@@ -14,15 +18,18 @@ root=$(pwd)
 seconds=30
 idle=1
 benchmarks=1
+pictures=1
 build="$root/build-release"
 prebuilt=0
 while [ $# -gt 0 ]; do
   case "$1" in
-    --idle-only) benchmarks=0 ;;
+    --idle-only) benchmarks=0; pictures=0 ;;
     --no-idle) idle=0 ;;
+    --pictures-only) idle=0; benchmarks=0 ;;
     --seconds) seconds="$2"; shift ;;
     --build) build="$2"; prebuilt=1; shift ;;
-    *) echo "usage: scripts/bench.sh [--idle-only | --no-idle] [--seconds N] [--build DIR]" >&2; exit 2 ;;
+    *) echo "usage: scripts/bench.sh [--idle-only | --no-idle | --pictures-only] [--seconds N] [--build DIR]" >&2
+       exit 2 ;;
   esac
   shift
 done
@@ -30,7 +37,7 @@ done
 if [ "$prebuilt" = 0 ]; then
   "$root/scripts/install-deps.sh" build >/dev/null
   cmake --preset release -DOMBREL_BUILD_BENCH=ON >/dev/null
-  cmake --build "$build" -j2 --target ombrel ombrel_bench_browser ombrel_bench_scan
+  cmake --build "$build" -j2 --target ombrel ombrel_bench_browser ombrel_bench_scan ombrel_bench_pictures
 fi
 bin="$build/src/app/ombrel"
 
@@ -107,4 +114,9 @@ if [ "$benchmarks" = 1 ]; then
   echo "== benchmarks"
   "$build/bench/ombrel_bench_browser" --benchmark_counters_tabular=true
   "$build/bench/ombrel_bench_scan"
+fi
+
+if [ "$pictures" = 1 ]; then
+  echo "== pictures under a held key"
+  "$build/bench/ombrel_bench_pictures"
 fi

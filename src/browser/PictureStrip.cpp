@@ -28,13 +28,6 @@ namespace {
         return games.at(n, 1);
     }
 
-    // A folder of the settings that is not absolute lies below the program's folder.
-    std::string belowHome(const std::string& home, const std::string& folder)
-    {
-        const std::string native = platform::toNativePath(folder);
-        return !native.empty() && native.front() == '/' ? native : home + native;
-    }
-
 } // namespace
 
 void DelList2(MainControls& c)
@@ -100,9 +93,8 @@ void shootScreens(MainControls& c, const PictureStripContext& ctx, const catalog
     // A game without a picture is the usual case, not a failure: only a picture that is there and cannot
     // be read reaches the loader, which logs it. The name is taken as the list has it, so a program of
     // the Extras keeps its extension before ".png".
-    const std::string folder = belowHome(ctx.home, ctx.run.scanDir);
     auto showGame = [&](runtime::PictureControl& cell, const std::string& name) {
-        if (auto found = ctx.files.resolveFile(folder + name + ".png"))
+        if (auto found = ctx.files.resolveFile(cellPictureFile(ctx.home, ctx.run.scanDir, name)))
             cell.setFileName(*found);
     };
 

@@ -106,6 +106,11 @@ std::string pictureFile(
     return (relative ? std::string(home) : std::string()) + std::string(stem) + ".png";
 }
 
+std::string cellPictureFile(std::string_view home, std::string_view scanDir, std::string_view name)
+{
+    return pictureFile(home, scanDir, name, 0, false); // list 0: no extension to cut
+}
+
 void ShowFileSystemType(platform::Files& files, const std::string& home,
     const catalogue::Catalogue& catalogue, config::RunState& run, const runtime::ListBox& List1)
 {

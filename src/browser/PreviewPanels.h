@@ -61,6 +61,11 @@ bool trimsBlanks(const catalogue::PictureKind& kind);
 std::string pictureFile(
     std::string_view home, std::string_view scanDir, std::string_view name, int path, bool trim);
 
+// The picture a cell of the picture strip shows: scanDir + name + ".png", the name as the list has it (a
+// program of the Extras keeps its extension before ".png"), nothing trimmed; a relative folder lies below
+// the program's folder `home`.
+std::string cellPictureFile(std::string_view home, std::string_view scanDir, std::string_view name);
+
 // The existence test of the selected game's picture in run.scanDir: sets run.fileFound for lists 1 to 27
 // and leaves it as it was for any other list. Throws for a row outside the catalogue.
 void ShowFileSystemType(platform::Files& files, const std::string& home,

@@ -5,6 +5,7 @@
 #include "browser/FormResize.h"
 #include "browser/ListStrip.h"
 #include "browser/MainControls.h"
+#include "browser/ReadAhead.h"
 #include "catalogue/Navigation.h"
 #include "catalogue/RomScan.h"
 #include "platform/Cursor.h"
@@ -28,6 +29,7 @@ public:
     catalogue::RomScan scan; // refreshAll: the REFRESH command, and the first run
     browser::StripLayout strip;
     browser::clsFormResize scaler; // spreads the skin's layout over the form's size during the boot
+    browser::ReadAhead readAhead; // told the way of each step; wishes for the next pictures after cabRefresh
     bool scaleOn = false;
     int highStep = 0;
 
@@ -89,7 +91,7 @@ public:
     void SaveCfg();
     void InputCheck();
     void InputCheck2();
-    // The previews and the click, for the current selection.
+    // The previews and the click, for the current selection; then the wishes for the next steps.
     void cabRefresh();
 
     // The joystick (MainJoystick.cpp).

@@ -51,6 +51,8 @@ void MainForm::cabRefresh()
         browser::PreviewContext { mpFX.player(), m_cabinet.platform.files, m_cabinet.saved, m_cabinet.run,
             m_cabinet.keys.keyExit, m_cabinet.settings, m_cabinet.catalogue, m_cabinet.scheme.schemeBack,
             m_cabinet.home });
+    auto& cabinet = m_cabinet;
+    readAhead.wish(c, { cabinet.platform.images, cabinet.settings, cabinet.catalogue, cabinet.run, cabinet.home });
 }
 
 void MainForm::fullView(runtime::PictureControl& panel)
@@ -147,6 +149,7 @@ void MainForm::Form_KeyUp(int, int)
 
 void MainForm::timUp_Timer()
 {
+    readAhead.stepped(-1);
     auto& list = c.List1;
     // Held against the top of the list, the key loads nothing.
     if (list.listCount() > 0 && list.listIndex() != 0) {
@@ -158,6 +161,7 @@ void MainForm::timUp_Timer()
 
 void MainForm::timdown_Timer()
 {
+    readAhead.stepped(1);
     auto& list = c.List1;
     if (list.listCount() >= 1 && list.listIndex() != list.listCount() - 1) {
         core::passOver(failures(), [&] { list.setListIndex(list.listIndex() + 1); });
@@ -168,6 +172,7 @@ void MainForm::timdown_Timer()
 
 void MainForm::timleft_Timer()
 {
+    readAhead.stepped(-m_cabinet.run.midRow);
     core::passOver(failures(), [&] { nav.gPrevPage(); });
     core::passOver(failures(), [&] { nav.RefreshList(); });
     core::passOver(failures(), [&] { cabRefresh(); });
@@ -175,6 +180,7 @@ void MainForm::timleft_Timer()
 
 void MainForm::timright_Timer()
 {
+    readAhead.stepped(m_cabinet.run.midRow);
     core::passOver(failures(), [&] { nav.gNextPage(); });
     core::passOver(failures(), [&] { nav.RefreshList(); });
     core::passOver(failures(), [&] { cabRefresh(); });
@@ -182,6 +188,7 @@ void MainForm::timright_Timer()
 
 void MainForm::timNp_Timer()
 {
+    readAhead.stepped(0);
     core::passOver(failures(), [&] { nav.gNextPath(); });
     core::passOver(failures(), [&] { nav.RefreshList(); });
     core::passOver(failures(), [&] { cabRefresh(); });
@@ -189,6 +196,7 @@ void MainForm::timNp_Timer()
 
 void MainForm::timPp_Timer()
 {
+    readAhead.stepped(0);
     core::passOver(failures(), [&] { nav.gPrevPath(); });
     core::passOver(failures(), [&] { nav.RefreshList(); });
     core::passOver(failures(), [&] { cabRefresh(); });

@@ -93,6 +93,7 @@ void MainForm::xlist_Click(int index)
         if (target >= 0 && target < c.List1.listCount())
             c.List1.setListIndex(target);
     });
+    readAhead.stepped(0); // a click says nothing of where the next one goes
     core::passOver(failures(), [&] { nav.RefreshList(); });
     core::passOver(failures(), [&] { cabRefresh(); });
 }

@@ -51,6 +51,42 @@ TEST(MainKeysTest, HeldKeyStepsAtTheScrollRate)
     }
 }
 
+// Each step wishes for the pictures of the rows the held key reaches next; a new list has no
+// direction yet, so only its neighbours are wished for.
+TEST(MainKeysTest, StepsWishForThePicturesOfTheRowsAhead)
+{
+    CabinetFixture fx;
+    fx.boot({ .listSizes = { 100, 100 } });
+    // The games of the wishes, in order, each once (the four panels wish for the same game in turn).
+    auto wishedEntries = [&fx] {
+        std::vector<int> entries;
+        const auto& games = fx.cabinet().catalogue.games[static_cast<size_t>(fx.curPath())];
+        for (const platform::PictureWish& wish : fx.images.wishes) {
+            const std::string name = std::filesystem::path(wish.path).stem().string();
+            int entry = 0;
+            while (entry < 100 && games.at(entry + 1, 1) != name)
+                ++entry;
+            if (entries.empty() || entries.back() != entry)
+                entries.push_back(entry);
+        }
+        return entries;
+    };
+    fx.main().c.List1.setListIndex(50);
+    hold(fx, kDown, 80);
+    EXPECT_EQ(wishedEntries(), (std::vector<int> { 51, 52, 53, 54, 55, 50 }));
+    hold(fx, kUp, 80);
+    EXPECT_EQ(wishedEntries(), (std::vector<int> { 50, 49, 48, 47, 46, 51 }));
+    const int midRow = fx.cabinet().run.midRow;
+    ASSERT_GT(midRow, 1);
+    hold(fx, kPageDown, 80);
+    EXPECT_EQ(wishedEntries(), (std::vector<int> { 50 + midRow, 50 + 2 * midRow, 50 + 3 * midRow,
+                                   50 + 4 * midRow, 50 + 5 * midRow, 51 + midRow, 49 + midRow }));
+    hold(fx, kRight, 230);
+    ASSERT_EQ(fx.curPath(), 2);
+    const int entry = fx.listIndex();
+    EXPECT_EQ(wishedEntries(), (std::vector<int> { entry, entry + 1 }));
+}
+
 TEST(MainKeysTest, TheReleaseClicksOnceMoreButTheKeyboardsRepeatsDoNothing)
 {
     CabinetFixture fx;
