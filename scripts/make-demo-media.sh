@@ -78,6 +78,13 @@ assert len(set(roms)) == len(roms), "a ROM name is listed twice"
 assert all('"' not in g[1] for g in games), "a description can't hold a double quote"
 assert all(r in roms and dict((g[0], g[2]) for g in games)[r] == "M" for r in ART)
 
+# The other arcade games: a snap for four in five and a marquee for every other one, so that the
+# picture strip is full of games and the panels still come and go as the selection moves.
+for i, rom in enumerate(g[0] for g in games if g[2] == "M" and g[0] not in ART):
+    kinds = (["snap"] if i % 5 != 4 else []) + (["marquees"] if i % 2 == 0 else [])
+    if kinds:
+        ART[rom] = " ".join(kinds)
+
 crlf_file("gamelist.lst", [quoted(rom, description) for rom, description, _ in games])
 
 # Placeholder ROMs; the list files are the front end's to write.
