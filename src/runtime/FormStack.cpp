@@ -235,8 +235,8 @@ void FormStack::dispatchMouse(const InputEvent& event)
             PixelRect area = form->pixelRect();
             if (dot != std::string::npos) {
                 t.control = form->findByFullName(event.target.substr(dot + 1));
-                if (!t.control)
-                    return {};
+                if (!t.control || !t.control->visible())
+                    return {}; // a hidden control is not on the screen
                 PixelRect box = t.control->pixelRect(area.x, area.y);
                 t.x = box.x + box.w / 2;
                 t.y = box.y + box.h / 2;

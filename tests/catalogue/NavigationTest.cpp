@@ -191,6 +191,7 @@ TEST_F(NavigationTest, MouseMovesWithoutDrawing)
         SCOPED_TRACE(target + " shift " + std::to_string(shift));
         show(9, 5);
         nav->RefreshList();
+        xlogo->setVisible(true); // as a skin with a logo shows it: a hidden one takes no clicks
         Strings before = strip();
         fx.post(kind, 0, shift, target);
         EXPECT_EQ(run.curPath, path);

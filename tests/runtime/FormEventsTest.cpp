@@ -144,6 +144,10 @@ TEST_F(FormEventsTest, ClicksFindTheTopmostFormAndControlInWindowsOrder)
     fx.dblclick("A.lbl");
     EXPECT_EQ(take(), (Log { "A.lbl_MouseDown 1", "A.lbl_MouseUp 1", "A.lbl_Click", "A.lbl_DblClick",
                           "A.lbl_MouseUp 1" }));
+    // A hidden control is not on the screen: a click aimed at it reaches nobody.
+    a.find("lbl")->setVisible(false);
+    fx.dblclick("A.lbl");
+    EXPECT_EQ(take(), Log {});
 }
 
 TEST_F(FormEventsTest, AnUnloadedFormStopsItsTimersAndComesBackFreshInItsDesignState)
