@@ -3,18 +3,21 @@
 # screen with Donkey Kong selected, as a replay run paints it. The run works on a copy of demo/, since
 # the program writes into its folder, with the release build, or the dev build when only that one is
 # configured; the script builds it first.
-# Usage: scripts/make-readme-picture.sh [--skin NAME] [--screen WxH]   (default: Ombrel at 1024x768)
+# Usage: scripts/make-readme-picture.sh [--skin NAME] [--screen WxH] [--out FILE]
+#        (default: Ombrel at 1024x768 into docs/images/browser.png)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
 
 skin=Ombrel
 size=1024x768
+out=docs/images/browser.png
 while [ $# -gt 0 ]; do
   case $1 in
     --skin) skin=${2:?--skin needs a folder name of demo/omthemes}; shift 2 ;;
     --screen) size=${2:?--screen needs a size such as 800x600}; shift 2 ;;
-    *) echo "usage: $0 [--skin NAME] [--screen WxH]" >&2; exit 2 ;;
+    --out) out=${2:?--out needs a file name}; shift 2 ;;
+    *) echo "usage: $0 [--skin NAME] [--screen WxH] [--out FILE]" >&2; exit 2 ;;
   esac
 done
 [ -f "demo/omthemes/$skin/skin.ini" ] || { echo "make-readme-picture: no skin demo/omthemes/$skin" >&2; exit 2; }
@@ -51,6 +54,6 @@ cp -R demo "$work/cabinet"
   --trace walk.trace)
 grep -q ' select 1 31 "Donkey Kong"$' "$work/walk.trace" \
   || { echo "make-readme-picture: the walk did not reach Donkey Kong; see the trace:" >&2; tail "$work/walk.trace" >&2; exit 1; }
-mkdir -p docs/images
-cp "$work/browser.png" docs/images/browser.png
-echo "make-readme-picture: docs/images/browser.png ($skin, $size)"
+mkdir -p "$(dirname "$out")"
+cp "$work/browser.png" "$out"
+echo "make-readme-picture: $out ($skin, $size)"
