@@ -19,16 +19,6 @@ namespace {
 
 constexpr uint32_t kBack = 0x203040;
 
-// The start of a PNG file: enough for the picture's size to be read.
-std::string pngHeader(int width, int height)
-{
-    std::string bytes("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16);
-    for (int value : { width, height })
-        for (int shift : { 24, 16, 8, 0 })
-            bytes += static_cast<char>((value >> shift) & 0xFF);
-    return bytes + std::string("\x08\x06\0\0\0", 5);
-}
-
 // A browser form with its panels hidden as designed, over a program folder that holds the skin "Skin"
 // with its four default pictures, and list 1 with its art in "art/" below the program's folder.
 class PreviewPanelsTest : public ::testing::Test

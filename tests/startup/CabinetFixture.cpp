@@ -95,13 +95,4 @@ std::vector<std::string> CabinetFixture::sinceMark() const
         trace.lines.end() };
 }
 
-std::string pngHeader(int width, int height)
-{
-    std::string bytes("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16);
-    for (int value : { width, height })
-        for (int shift : { 24, 16, 8, 0 })
-            bytes += static_cast<char>((value >> shift) & 0xFF);
-    return bytes + std::string("\x08\x06\0\0\0", 5);
-}
-
 } // namespace ombrel::test

@@ -132,7 +132,4 @@ private:
     size_t m_mark = 0;
 };
 
-// A PNG file's first bytes, enough for a picture control to load it.
-std::string pngHeader(int width, int height);
-
 } // namespace ombrel::test

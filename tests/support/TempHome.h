@@ -27,6 +27,9 @@ private:
     std::filesystem::path m_root;
 };
 
+// A PNG file's first bytes: enough for the fakes' picture loader, which reads the size from the header.
+std::string pngHeader(int width, int height);
+
 // The source tree's root (for demo/ and tests/data/), from OMBREL_SOURCE_DIR.
 std::string sourceDir();
 
