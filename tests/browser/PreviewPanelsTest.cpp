@@ -12,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace ombrel::test {
@@ -288,30 +289,21 @@ TEST_F(PreviewPanelsTest, ClicksUnlessUnsetOrBusy)
     home.write("omthemes/Skin/pop.mp3", "pop");
     home.write("omthemes/Skin/com.mp3", "start");
     list(1, {});
-    struct Row
-    {
-        const char* name;
-        std::optional<int16_t> keyExit;
-        bool playing;
-        std::vector<std::string> trace;
-    };
-    const std::vector<std::string> click = { "media mpFX open omthemes/Skin/pop.mp3", "media mpFX play" };
-    const Row rows[] = {
-        { "sound on", 27, false, click },
-        { "no key map", std::nullopt, false, {} },
-        { "a game's start sound playing", 27, true, {} },
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        keyExit = row.keyExit;
+    // The key map, a game's start sound playing, and what the refresh plays.
+    const std::tuple<std::optional<int16_t>, bool, std::vector<std::string>> rows[] = {
+        { 27, false, { "media mpFX open omthemes/Skin/pop.mp3", "media mpFX play" } },
+        { std::nullopt, false, {} }, { 27, true, {} } };
+    for (const auto& [exitKey, playing, trace] : rows) {
+        SCOPED_TRACE(trace.size() + playing);
+        keyExit = exitKey;
         mpFX.stop();
-        if (row.playing) {
+        if (playing) {
             mpFX.setFileName(home.path() + "omthemes/Skin/com.mp3");
             mpFX.play();
         }
         fx.trace.lines.clear();
         refresh(-1);
-        EXPECT_EQ(fx.trace.lines, row.trace);
+        EXPECT_EQ(fx.trace.lines, trace);
     }
 }
 

@@ -17,13 +17,6 @@ using runtime::pixelsToTwips;
 
 namespace {
 
-// A real 4 by 2 PNG.
-const std::string kPng4x2("\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x00\x04\x00\x00"
-                          "\x00\x02\x08\x02\x00\x00\x00\xf0\xca\xea\x34\x00\x00\x00\x10\x49\x44\x41\x54\x78\x9c\x63"
-                          "\xf8\xcf\xc0\x00\x47\x0c\xc8\x1c\x00\x6f\xaa\x07\xf9\x80\xdc\x00\x28\x00\x00\x00\x00\x49"
-                          "\x45\x4e\x44\xae\x42\x60\x82",
-    73);
-
 class ControlsTest : public ::testing::Test {
 protected:
     ControlsTest()
@@ -143,7 +136,7 @@ TEST(TextLayout, MeasuresOnlyWhatTheViewShowsAndShowsWhatAFullLayoutWould)
 TEST_F(ControlsTest, APictureControlKeepsItsOldPictureAfterAFailedLoad)
 {
     test::TempHome home;
-    std::string good = home.write("snap/pacman.png", kPng4x2);
+    std::string good = home.write("snap/pacman.png", test::pngHeader(4, 2));
     home.write("snap/broken.png", "not a picture");
     auto& picture = form->add<runtime::PictureControl>("xScreen");
     ASSERT_TRUE(picture.setFileName(good));

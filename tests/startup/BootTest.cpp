@@ -1,6 +1,6 @@
 // The start of the program and what missing or broken files lead to: the settings file (the one
 // failure that stops the start), the saved state, the intro film, the failure log, the master list,
-// the leftovers of a killed write, and a key map that is a link leading nowhere.
+// and the leftovers of a killed write.
 #include "CabinetFixture.h"
 
 #include "catalogue/Navigation.h"
@@ -154,31 +154,9 @@ TEST(BootTest, LeftoversOfAKilledWriteGoBeforeTheStartReadsAnything)
         (std::vector<std::string> { "file remove " + left("l 1.lst"), "file remove " + left("l26.lst"),
             "file remove " + left("ombrel.cfg"), "file remove " + left("omkeys.cfg"),
             "file remove " + left("l 2.lst") + " failed", "form load blanker" }));
-    EXPECT_TRUE(fx.home.exists(left("gamelist.lst"))) << "the program never writes gamelist.lst";
     EXPECT_NE(err.find("cannot remove the left-over " + fx.home.path() + left("l 2.lst")), std::string::npos)
         << err;
     EXPECT_TRUE(fx.showing("Main")) << "what cannot be removed does not stop the start";
-}
-
-TEST(BootTest, AKeyMapLinkThatLeadsNowhereIsKeptAndTold)
-{
-    CabinetFixture fx;
-    fx.write({ .muted = true });
-    fs::remove(fx.home.root() / "omkeys.cfg");
-    fs::create_symlink("shared/omkeys.cfg", fx.home.root() / "omkeys.cfg");
-    fx.boot();
-    fx.mark();
-    fx.cabinet().keys.keyExit = vk::kEsc; // the key map could not be read: the player would define one
-    fx.tap(vk::kEsc);
-    EXPECT_EQ(fx.countSinceMark("file write omkeys.cfg failed"), 1);
-    EXPECT_EQ(fx.countSinceMark("file write ombrel.cfg"), 1) << "the saved state is written all the same";
-    EXPECT_TRUE(fs::is_symlink(fx.home.root() / "omkeys.cfg"));
-    EXPECT_FALSE(fs::exists(fx.home.root() / "shared"));
-    EXPECT_NE(
-        fx.failureEcho.str().find("ombrel: cannot write " + fx.home.path() + "omkeys.cfg: it is a link to "
-            + fx.home.path() + "shared/omkeys.cfg, which does not exist"),
-        std::string::npos)
-        << fx.failureEcho.str();
 }
 
 } // namespace

@@ -213,14 +213,15 @@ TEST(MainKeysTest, MouseSpinnerStepsOnceATickAndJumpsBeforeTheEdges)
     }
 }
 
-// Exit saves the place and the key map and ends when the goodbye has played (demo-keys); a key map
-// that cannot be written stops nothing.
+// Exit saves the place and the key map and ends when the goodbye has played (demo-keys). A key map that
+// is a link leading nowhere cannot be written: it stays a link, the owner is told why, and nothing else
+// stops.
 TEST(MainKeysTest, ExitSavesThePlaceAndEndsWhenTheGoodbyeHasPlayed)
 {
     CabinetFixture fx;
     fx.boot({ .scrollRate = 15 });
     std::filesystem::remove(fx.home.root() / "omkeys.cfg");
-    fx.home.write("omkeys.cfg/blocked", ""); // a folder in the file's place
+    std::filesystem::create_symlink("shared/omkeys.cfg", fx.home.root() / "omkeys.cfg");
     hold(fx, kRight, 80);
     fx.main().c.List1.setListIndex(2);
     fx.runFor(100);
@@ -228,6 +229,12 @@ TEST(MainKeysTest, ExitSavesThePlaceAndEndsWhenTheGoodbyeHasPlayed)
     hold(fx, kEsc, 10); // the release leaves the goodbye playing
     EXPECT_EQ(fx.countSinceMark("file write omkeys.cfg failed"), 1);
     EXPECT_EQ(fx.home.read("ombrel.cfg"), "\"\\Skin\\\"\r\n300\r\n0\r\n0\r\n1\r\n#FALSE#\r\n2\r\n2\r\n0\r\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(fx.home.root() / "omkeys.cfg"));
+    EXPECT_FALSE(std::filesystem::exists(fx.home.root() / "shared"));
+    EXPECT_NE(fx.failureEcho.str().find("ombrel: cannot write " + fx.home.path() + "omkeys.cfg: it is a link to "
+                  + fx.home.path() + "shared/omkeys.cfg, which does not exist"),
+        std::string::npos)
+        << fx.failureEcho.str();
     fx.runFor(1500 - 11);
     EXPECT_FALSE(fx.loop.quitting());
     fx.runFor(1);
