@@ -1,9 +1,8 @@
 // The start of the program and what missing or broken files lead to: the settings file (the one
-// failure that stops the start), the saved state, the intro film, the failure log, the master list,
+// failure that stops the start), the saved state, the intro film, the failure log,
 // and the leftovers of a killed write.
 #include "CabinetFixture.h"
 
-#include "catalogue/Navigation.h"
 #include "core/AtomicFile.h"
 #include "runtime/controls/Label.h"
 
@@ -120,23 +119,6 @@ TEST(BootTest, FailuresPassedOverAreLoggedOnceWithTheirFile)
     EXPECT_EQ(cab.failureEcho.str().size(), log.size() + lines * std::string("ombrel: ").size());
     for (const std::string& line : cab.trace.lines)
         EXPECT_FALSE(line.starts_with("file write ombrel.log")) << "the log is no effect of the trace";
-}
-
-TEST(BootTest, WithoutTheMasterListNothingIsFoundAndListsThatHoldGamesAreKept)
-{
-    CabinetFixture cab;
-    cab.write({ .listSizes = { 3, 0 } });
-    fs::remove(cab.home.root() / "gamelist.lst");
-    const std::string held = cab.home.read("l 1.lst");
-    cab.boot(); // nothing is loaded, so the scan starts by itself, and finds nothing
-    cab.runFor(2000);
-    EXPECT_EQ(cab.main().c.ll.get(cab.cabinet().run.midRow)->caption(), catalogue::kNoRomsMessage);
-    cab.mark();
-    cab.tap(116); // F5
-    EXPECT_EQ(cab.home.read("l 1.lst"), held);
-    EXPECT_EQ(cab.countSinceMark("file write l 1.lst"), 0);
-    EXPECT_EQ(cab.countSinceMark("file write l 2.lst"), 1) << "an empty list loses nothing";
-    EXPECT_EQ(cab.main().c.List1.listCount(), 0);
 }
 
 TEST(BootTest, LeftoversOfAKilledWriteGoBeforeTheStartReadsAnything)
