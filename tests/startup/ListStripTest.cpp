@@ -114,39 +114,27 @@ TEST(ListStripTest, RowsShowTheGamesAroundTheSelectionOnEveryShapeOfList)
     EXPECT_EQ(fx.main().c.ll.count(), browser::kMaxStripRows);
 }
 
+// The pulse of a text strip's middle row is on every skin's scenario; a picture strip pulses the frame alone.
 TEST(ListStripTest, APictureStripSkinTakesTheRowsDownAndPulsesOnlyItsHighlight)
 {
     CabinetFixture fx;
     fx.boot({});
     auto& main = fx.main();
     auto& run = fx.cabinet().run;
-    // A colour of two channels, whose scaling as one number carries bits from green into red: scaled
-    // channel by channel the first step would be 0x2001, not 8161.
-    fx.cabinet().scheme.schemeFore = 0x00FF05; // 65285
-    const uint32_t cycle[] = { 8161, 16321, 32642 /* 32642.5, a tie to even */, 65285, 65285, 32642, 16321,
-        16321 /* the eighth step keeps the colour */, 8161 };
-
-    auto pulse = [&](runtime::Label* middle) {
-        main.highStep = 0;
-        for (size_t tick = 0; tick < std::size(cycle); ++tick) {
-            SCOPED_TRACE(tick);
-            fx.runFor(150);
-            EXPECT_EQ(main.c.shphigh.backColor(), cycle[tick]);
-            if (middle) {
-                EXPECT_EQ(middle->foreColor(), cycle[tick]);
-                EXPECT_EQ(middle->backStyle(), 0);
-            }
-        }
-    };
-    pulse(&main.c.ll(run.midRow));
-
     run.listType = "snap";
     run.midRow = 0;
     browser::SetListSize(main.c, run, main.strip, fx.cabinet().scheme);
     EXPECT_EQ(std::tuple(main.c.ll.count(), main.c.ll(0).visible(), main.c.shphigh.visible(), run.listType),
         std::tuple(1, false, true, "snap"));
     const uint32_t hiddenColour = main.c.ll(0).foreColor();
-    pulse(nullptr);
+    // A colour of two channels, whose scaling as one number carries bits from green into red: scaled
+    // channel by channel the first step would be 0x2001, not 8161. The eighth step keeps the colour.
+    fx.cabinet().scheme.schemeFore = 0x00FF05; // 65285
+    main.highStep = 0;
+    for (uint32_t colour : { 8161u, 16321u, 32642u, 65285u, 65285u, 32642u, 16321u, 16321u, 8161u }) {
+        fx.runFor(150);
+        EXPECT_EQ(main.c.shphigh.backColor(), colour);
+    }
     EXPECT_EQ(main.c.ll(0).foreColor(), hiddenColour);
 }
 
