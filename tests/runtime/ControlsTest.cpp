@@ -1,11 +1,10 @@
-// Controls: label sizing and wrapping, the picture control's failed load, the list box model,
-// control arrays, and what a form paints.
+// Controls: label sizing and wrapping, the picture control's failed load, control arrays, and what a
+// form paints. (The list box's rules are on every scenario's trace.)
 #include "RuntimeFixture.h"
 #include "TempHome.h"
 
 #include "runtime/controls/ControlArray.h"
 #include "runtime/controls/Label.h"
-#include "runtime/controls/ListBox.h"
 #include "runtime/controls/PictureControl.h"
 #include "runtime/controls/Shape.h"
 #include "runtime/controls/TextLayout.h"
@@ -143,25 +142,6 @@ TEST_F(ControlsTest, APictureControlKeepsItsOldPictureAfterAFailedLoad)
     EXPECT_FALSE(picture.setFileName(home.path() + "snap/missing.png"));
     EXPECT_FALSE(picture.setFileName(home.path() + "snap/broken.png"));
     EXPECT_EQ(picture.fileName(), good);
-}
-
-TEST_F(ControlsTest, ListBoxRaisesClickOnAChangeOnlyAndRefusesIndexesOutside)
-{
-    auto& list = form->add<runtime::ListBox>("List1");
-    int clicks = 0;
-    list.onClick = [&] { ++clicks; };
-    list.addItem("Pac-Man");
-    list.addItem("Galaga");
-    list.setListIndex(1);
-    list.setListIndex(1);
-    EXPECT_EQ(clicks, 1);
-    EXPECT_THROW(list.setListIndex(2), runtime::InvalidValue);
-    EXPECT_THROW(list.setListIndex(-2), runtime::InvalidValue);
-    EXPECT_EQ(list.text(), "Galaga");
-    EXPECT_EQ(list.list(2), "");
-    list.clear();
-    EXPECT_EQ(list.listIndex(), -1);
-    EXPECT_EQ(clicks, 1);
 }
 
 TEST_F(ControlsTest, ControlArraysLoadHiddenCopiesOnceAndUnload)
