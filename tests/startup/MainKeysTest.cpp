@@ -87,7 +87,7 @@ TEST(MainKeysTest, StepsWishForThePicturesOfTheRowsAhead)
     EXPECT_EQ(wishedEntries(), (std::vector<int> { entry, entry + 1 }));
 }
 
-TEST(MainKeysTest, TheReleaseClicksOnceMoreButTheKeyboardsRepeatsDoNothing)
+TEST(MainKeysTest, TheReleaseClicksOnceMoreUnlessMutedButTheKeyboardsRepeatsDoNothing)
 {
     CabinetFixture fx;
     fx.boot({});
@@ -117,6 +117,21 @@ TEST(MainKeysTest, TheReleaseClicksOnceMoreButTheKeyboardsRepeatsDoNothing)
     fx.runFor(500);
     EXPECT_EQ(fx.curPath(), 2);
     EXPECT_EQ(fx.listIndex(), index);
+
+    // Mute stops the playing click and silences the next ones.
+    fx.tap(kDown);
+    fx.mark();
+    fx.press(kM);
+    EXPECT_TRUE(fx.cabinet().saved.muted);
+    EXPECT_EQ(fx.countSinceMark("media mpFX stop"), 1);
+    fx.release(kM);
+    fx.runFor(799);
+    EXPECT_TRUE(fx.active("frmMute"));
+    fx.runFor(1);
+    EXPECT_TRUE(fx.active("Main"));
+    hold(fx, kDown, 170);
+    EXPECT_EQ(fx.listIndex(), index + 2);
+    EXPECT_EQ(fx.countSinceMark(kPop), 0);
 }
 
 TEST(MainKeysTest, MovementKeyWithShiftCtrlOrAltShowsItsPictureFullScreen)
@@ -168,25 +183,6 @@ TEST(MainKeysTest, SaverOpensTheDelayAfterTheLastKeyUp)
         EXPECT_TRUE(fx.active("Main"));
         EXPECT_EQ(fx.cabinet().run.saverCount, delay);
     }
-}
-
-TEST(MainKeysTest, MuteStopsThePlayingSoundAndSilencesTheClicks)
-{
-    CabinetFixture fx;
-    fx.boot({});
-    fx.tap(kDown); // the click is playing
-    fx.mark();
-    fx.press(kM);
-    EXPECT_TRUE(fx.cabinet().saved.muted);
-    EXPECT_EQ(fx.countSinceMark("media mpFX stop"), 1);
-    fx.release(kM);
-    fx.runFor(799);
-    EXPECT_TRUE(fx.active("frmMute"));
-    fx.runFor(1);
-    EXPECT_TRUE(fx.active("Main"));
-    hold(fx, kDown, 170);
-    EXPECT_EQ(fx.listIndex(), 2);
-    EXPECT_EQ(fx.countSinceMark(kPop), 0);
 }
 
 TEST(MainKeysTest, MouseSpinnerStepsOnceATickAndJumpsBeforeTheEdges)
