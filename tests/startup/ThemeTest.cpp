@@ -118,19 +118,13 @@ TEST(ThemeTest, SchemeFontAndColoursLandOnTheBrowser)
         for (runtime::Label* label : { &c.lblPath, &c.lblNav(0), &c.lblNav(2), &c.lblNav(4) })
             EXPECT_EQ(std::tuple(label->foreColor(), label->font()), std::tuple(foreSeen, font))
                 << label->fullName();
-        ASSERT_GT(c.ll.count(), 2);
-        // The boot lays the strip out again after the scheme, so the middle row's own look is seen
-        // right after a scheme is put on, here with a strip of several columns.
+        // The boot lays the strip out again after the scheme, so the middle row's own look is seen right
+        // after a scheme is put on: in a strip of several columns it may grow to its name. (The rows'
+        // colours and fonts are on every skin's scenario.)
         fx.main().strip.listCols = 3;
         browser::setScheme(themeOf(fx));
-        const int mid = fx.cabinet().run.midRow;
-        for (int i = 0; i <= c.ll.ubound(); ++i) {
-            SCOPED_TRACE(i);
-            EXPECT_EQ(std::tuple(c.ll(i).foreColor(), c.ll(i).font(), c.ll(i).autoSize()),
-                std::tuple(
-                    read ? list : 0, runtime::FontSpec { font.name, font.sizePt, i == mid }, i == mid));
-        }
-        EXPECT_FALSE(c.ll(mid).wordWrap());
+        for (int i = 0; i <= c.ll.ubound(); ++i)
+            EXPECT_EQ(c.ll(i).autoSize(), i == fx.cabinet().run.midRow) << i;
     }
 }
 
