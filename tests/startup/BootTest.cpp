@@ -12,6 +12,7 @@
 #include <climits>
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace ombrel::test {
@@ -24,47 +25,46 @@ namespace fs = std::filesystem;
 // scenario broken-settings.)
 TEST(BootTest, BrokenSettingsStopTheStartWithTheFirstProblem)
 {
-    const std::pair<std::function<void(IniSample&)>, const char*> rows[] = {
-        { nullptr, "ombrel.ini: cannot open" },
+    // Each ends its own way: by the time, by a key, by a click on the message.
+    const std::tuple<std::function<void(IniSample&)>, const char*, int> rows[] = {
+        { nullptr, "ombrel.ini: cannot open", 0 },
         { [](IniSample& ini) { ini.truncate(158); },
-            "ombrel.ini line 159: the file ends where EmuFolder= of path 20" },
+            "ombrel.ini line 159: the file ends where EmuFolder= of path 20", 1 },
         { [](IniSample& ini) { ini.insertBefore(IniSample::blockIndex(3, 2), "* path 3"); },
-            "ombrel.ini line 18: a comment stands where Exec= (emuExe(3))" },
+            "ombrel.ini line 18: a comment stands where Exec= (emuExe(3))", 2 },
     };
-    for (const auto& [edit, message] : rows) {
-        for (int input = 0; input < 3; ++input) { // nothing, a key, a click on the message
-            SCOPED_TRACE(std::string(message) + " " + std::to_string(input));
-            CabinetFixture fx;
-            fx.write({ .ini = edit });
-            if (!edit)
-                fs::remove(fx.home.root() / "ombrel.ini");
-            ::testing::internal::CaptureStderr();
-            fx.start();
-            fx.runFor(1000);
-            const std::string err = ::testing::internal::GetCapturedStderr();
-            EXPECT_NE(err.find(message), std::string::npos) << err;
-            EXPECT_NE(err.find("ombrel --check"), std::string::npos) << err;
-            EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << "one line on standard error";
-            auto* label = dynamic_cast<runtime::Label*>(fx.forms().form("blanker").find("lblError"));
-            ASSERT_NE(label, nullptr);
-            EXPECT_TRUE(fx.active("blanker"));
-            EXPECT_NE(label->caption().find(message), std::string::npos) << label->caption();
-            if (input == 1)
-                fx.press(vk::kEnter);
-            else if (input == 2)
-                fx.click("blanker");
-            else {
-                fx.runFor(3999);
-                EXPECT_FALSE(fx.loop.quitting());
-                fx.runFor(1);
-            }
-            EXPECT_TRUE(fx.loop.quitting());
-            EXPECT_EQ(fx.loop.exitCode(), 1);
-            EXPECT_EQ(fx.trace.lines.back(), "program end");
-            for (const std::string& line : fx.trace.lines)
-                EXPECT_EQ(line.find("Main"), std::string::npos) << line;
-            EXPECT_EQ(fx.countSinceMark("media mpIntro play"), 0);
+    for (const auto& [edit, message, input] : rows) {
+        SCOPED_TRACE(message);
+        CabinetFixture fx;
+        fx.write({ .ini = edit });
+        if (!edit)
+            fs::remove(fx.home.root() / "ombrel.ini");
+        ::testing::internal::CaptureStderr();
+        fx.start();
+        fx.runFor(1000);
+        const std::string err = ::testing::internal::GetCapturedStderr();
+        EXPECT_NE(err.find(message), std::string::npos) << err;
+        EXPECT_NE(err.find("ombrel --check"), std::string::npos) << err;
+        EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << "one line on standard error";
+        auto* label = dynamic_cast<runtime::Label*>(fx.forms().form("blanker").find("lblError"));
+        ASSERT_NE(label, nullptr);
+        EXPECT_TRUE(fx.active("blanker"));
+        EXPECT_NE(label->caption().find(message), std::string::npos) << label->caption();
+        if (input == 1)
+            fx.press(vk::kEnter);
+        else if (input == 2)
+            fx.click("blanker");
+        else {
+            fx.runFor(3999);
+            EXPECT_FALSE(fx.loop.quitting());
+            fx.runFor(1);
         }
+        EXPECT_TRUE(fx.loop.quitting());
+        EXPECT_EQ(fx.loop.exitCode(), 1);
+        EXPECT_EQ(fx.trace.lines.back(), "program end");
+        for (const std::string& line : fx.trace.lines)
+            EXPECT_EQ(line.find("Main"), std::string::npos) << line;
+        EXPECT_EQ(fx.countSinceMark("media mpIntro play"), 0);
     }
 }
 
@@ -114,9 +114,6 @@ TEST(BootTest, FailuresPassedOverAreLoggedOnceWithTheirFile)
         EXPECT_NE(at, std::string::npos) << log;
         EXPECT_EQ(log.find(cause, at + 1), std::string::npos) << log;
     }
-    // Standard error has the same lines, each behind "ombrel: ".
-    const auto lines = static_cast<size_t>(std::count(log.begin(), log.end(), '\n'));
-    EXPECT_EQ(cab.failureEcho.str().size(), log.size() + lines * std::string("ombrel: ").size());
     for (const std::string& line : cab.trace.lines)
         EXPECT_FALSE(line.starts_with("file write ombrel.log")) << "the log is no effect of the trace";
 }
