@@ -8,7 +8,6 @@
 
 #include <filesystem>
 #include <string>
-#include <tuple>
 
 namespace ombrel::test {
 namespace {
@@ -21,22 +20,16 @@ const char* const kSkin
       "2640,3360,1092,1452\r\n#TRUE#\r\n";
 
 // The fake desktop is 640 by 480 pixels, 9600 by 7200 twips: the design form grows by 1.25 each way.
+// (Every control and the strip's values spread over two screen sizes are the skin scenarios.)
 TEST(SkinBootTest, TheSkinsLayoutIsSpreadOverTheScreen)
 {
     CabinetFixture fx;
     fx.boot({ .skin = kSkin });
     auto& c = fx.main().c;
-    EXPECT_EQ(fx.main().width(), 9600);
     const auto scaled = [](double left, double top, double width, double height) {
         return Box { left * 1.25, top * 1.25, width * 1.25, height * 1.25 };
     };
     EXPECT_EQ(boxOf(c.xScreen), scaled(2856, 1152, 1848, 1332));
-    EXPECT_EQ(boxOf(c.xlogo), scaled(3360, 2640, 1452, 1092));
-    EXPECT_EQ(boxOf(c.picf), scaled(123, 723, 12, 12));
-    EXPECT_EQ(boxOf(c.lblNav(1)), scaled(3366 + 204, 3720, 192, 192));
-    EXPECT_EQ(std::tuple(c.lblNav(4).visible(), c.lblPath.visible(), fx.main().strip.stripGap,
-                  fx.main().strip.listCols),
-        std::tuple(true, true, 75, 2));
     EXPECT_EQ(fx.failureEcho.str().find("skin.ini"), std::string::npos) << fx.failureEcho.str();
 
     // Taken down for a new skin that has no skin.ini, the browser comes back 2000 ms later where the last
