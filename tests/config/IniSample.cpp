@@ -64,11 +64,11 @@ IniSample& IniSample::truncate(size_t count)
     return *this;
 }
 
-std::string IniSample::text(std::string_view lineEnd) const
+std::string IniSample::text() const
 {
     std::string text;
     for (const std::string& line : lines)
-        text += line + std::string(lineEnd);
+        text += line + "\r\n";
     return text;
 }
 

@@ -27,7 +27,7 @@ public:
     IniSample& insertBefore(size_t index, std::string_view line);
     IniSample& truncate(size_t count);
 
-    std::string text(std::string_view lineEnd = "\r\n") const;
+    std::string text() const; // CR LF line ends
     std::string writeTo(const TempHome& home) const { return home.write("ombrel.ini", text()); }
 
     std::vector<std::string> lines;
