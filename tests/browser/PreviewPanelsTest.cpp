@@ -289,7 +289,7 @@ TEST_F(PreviewPanelsTest, ClicksUnlessUnsetOrBusy)
         { 27, false, { "media mpFX open omthemes/Skin/pop.mp3", "media mpFX play" } },
         { std::nullopt, false, {} }, { 27, true, {} } };
     for (const auto& [exitKey, playing, trace] : rows) {
-        SCOPED_TRACE(trace.size() + playing);
+        SCOPED_TRACE(std::to_string(exitKey.value_or(0)) + (playing ? " playing" : ""));
         keyExit = exitKey;
         mpFX.stop();
         if (playing) {

@@ -1,6 +1,6 @@
 // The start of the program and what missing or broken files lead to: the settings file (the one
-// failure that stops the start), the saved state, the intro film, the failure log,
-// and the leftovers of a killed write.
+// failure that stops the start), the saved state, the intro film, the failure log and the leftovers of
+// a killed write.
 #include "CabinetFixture.h"
 
 #include "core/AtomicFile.h"
