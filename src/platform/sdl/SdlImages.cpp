@@ -6,6 +6,10 @@
 
 #include <SDL_image.h>
 
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -29,8 +33,27 @@ std::string readChecked(const std::string& path, uintmax_t size, std::string& by
     return std::string();
 }
 
+// NOTE: the decoders run beside the loop's thread on a machine that may have two cores; a step of the
+// selection must not wait for a decode of a picture four steps ahead. Ten is as far down as a thread
+// may go without privilege and still get the time the loop leaves.
+constexpr int kDecoderNice = 10;
+
+// Whether no pixel of a 32-bit ARGB picture lets what is below show through.
+bool opaquePixels(SDL_Surface* surface)
+{
+    const Uint32 amask = surface->format->Amask;
+    for (int y = 0; y < surface->h; ++y) {
+        const auto* row = reinterpret_cast<const Uint32*>(
+            static_cast<const Uint8*>(surface->pixels) + static_cast<ptrdiff_t>(y) * surface->pitch);
+        for (int x = 0; x < surface->w; ++x)
+            if ((row[x] & amask) != amask)
+                return false;
+    }
+    return true;
+}
+
 // The picture scaled to size with linear filtering, as the renderer scales a texture; null when the
-// scaling fails.
+// scaling fails. The copy keeps the source's blend mode, which says whether it is opaque.
 SharedSurface scaledCopy(const SharedSurface& source, PixelSize size)
 {
     if (size == PixelSize { source->w, source->h })
@@ -38,6 +61,9 @@ SharedSurface scaledCopy(const SharedSurface& source, PixelSize size)
     SurfacePtr scaled(SDL_CreateRGBSurfaceWithFormat(0, size.w, size.h, 32, source->format->format));
     if (!scaled || SDL_SoftStretchLinear(source.get(), nullptr, scaled.get(), nullptr) != 0)
         return nullptr;
+    SDL_BlendMode blend = SDL_BLENDMODE_BLEND;
+    SDL_GetSurfaceBlendMode(source.get(), &blend);
+    SDL_SetSurfaceBlendMode(scaled.get(), blend);
     return shareSurface(scaled.release());
 }
 
@@ -88,18 +114,14 @@ PixelSize SdlImages::fitInto(PixelSize picture, PixelSize box)
 
 SdlImages::Stamp SdlImages::stampOf(const std::string& path)
 {
+    // One stat: the painter looks at every picture it paints, each time it paints it.
     Stamp stamp;
-    std::error_code ec;
-    std::filesystem::path p(path);
-    if (path.empty() || !std::filesystem::is_regular_file(p, ec))
-        return stamp;
-    stamp.modified = std::filesystem::last_write_time(p, ec);
-    if (ec)
-        return stamp;
-    stamp.size = std::filesystem::file_size(p, ec);
-    if (ec)
+    struct stat st {};
+    if (path.empty() || ::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
         return stamp;
     stamp.exists = true;
+    stamp.modifiedNs = static_cast<int64_t>(st.st_mtim.tv_sec) * 1'000'000'000 + st.st_mtim.tv_nsec;
+    stamp.size = static_cast<uintmax_t>(st.st_size);
     return stamp;
 }
 
@@ -122,10 +144,15 @@ SdlImages::Decoded SdlImages::decode(const std::string& path, const Stamp& stamp
     SurfacePtr loaded(IMG_Load_RW(SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size())), 1));
     if (!loaded)
         return {};
-    // One pixel format for every picture makes textures quick to build on the loop's thread.
+    // One pixel format for every picture makes it quick to copy to the screen.
     SurfacePtr converted(SDL_ConvertSurfaceFormat(loaded.get(), SDL_PIXELFORMAT_ARGB8888, 0));
     if (!converted)
         return {};
+    // Found out here, off the loop's thread: an opaque picture is copied rather than blended, and one
+    // that covers the screen hides all below it, which then need not be painted.
+    const bool opaque = (loaded->format->Amask == 0 && !SDL_HasColorKey(loaded.get()))
+        || opaquePixels(converted.get());
+    SDL_SetSurfaceBlendMode(converted.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     return { shareSurface(converted.release()), {} };
 }
 
@@ -354,6 +381,8 @@ void SdlImages::serveWish(const PictureWish& wish)
 
 void SdlImages::workerLoop()
 {
+    // On Linux a thread's own id names it to setpriority; failing leaves it at the loop's priority.
+    setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kDecoderNice);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_changed.wait(lock, [this] { return m_stopping || !m_wishes.empty(); });

@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <filesystem>
 #include <functional>
 #include <list>
 #include <mutex>
@@ -75,7 +74,9 @@ public:
     // are not known yet; nullopt when the file cannot be shown. Not counted in served().
     std::optional<Facts> facts(const std::string& path);
     // The picture scaled to size (32-bit ARGB), or null when the file cannot be shown. A size larger
-    // than kMaxScaledSide gives the picture at its own size, for the renderer to scale.
+    // than kMaxScaledSide gives the picture at its own size, for the renderer to scale. Its blend mode
+    // is SDL_BLENDMODE_NONE when every pixel is opaque, else SDL_BLENDMODE_BLEND. The surface is
+    // shared with the decoders: read it, never change it (blit from a surface over its pixels).
     SharedSurface fitted(const std::string& path, runtime::PixelSize size);
 
     // The size a picture of size picture takes when fitted into box, proportions kept.
@@ -94,7 +95,7 @@ private:
     struct Stamp
     {
         bool exists = false;
-        std::filesystem::file_time_type modified {};
+        int64_t modifiedNs = 0;
         uintmax_t size = 0;
         bool operator==(const Stamp&) const = default;
     };
