@@ -6,6 +6,7 @@
 
 #include <SDL_image.h>
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -432,6 +433,11 @@ void SdlImages::waitIdle()
 {
     std::unique_lock lock(m_mutex);
     m_changed.wait(lock, [this] { return m_stopping || (m_wishes.empty() && m_busyWorkers == 0); });
+}
+
+void returnPicturesToTheSystem()
+{
+    mallopt(M_MMAP_THRESHOLD, 256 * 1024);
 }
 
 } // namespace ombrel::platform::sdl

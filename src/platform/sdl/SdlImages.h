@@ -154,4 +154,11 @@ private:
     std::vector<std::thread> m_workers;
 };
 
+// Makes every allocation of a quarter of a megabyte or more (the pixels of a picture) a mapping of its
+// own, given back to the system when it is freed. Otherwise the C library raises that threshold to the
+// size of the first such block freed, and the pictures the cache lets go stay resident in the
+// decoders' heaps: memory would then grow past the cache's bound under a held key. Process-wide, so
+// the program calls it once, at its start.
+void returnPicturesToTheSystem();
+
 } // namespace ombrel::platform::sdl
