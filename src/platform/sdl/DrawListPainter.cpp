@@ -228,6 +228,13 @@ std::vector<PixelRect> DrawListPainter::damage(
             }
         }
         rects.push_back(extent);
+        if (rects.size() > kMaxDamageRects) {
+            // Past a handful, painting each would cost more than the part between them.
+            PixelRect all = rects.front();
+            for (const PixelRect& r : rects)
+                all = bounding(all, r);
+            rects.assign(1, all);
+        }
     };
     for (size_t i = 0; i < std::max(before.size(), after.size()); ++i) {
         const DrawCommand* was = i < before.size() ? &before[i] : nullptr;
@@ -241,13 +248,6 @@ std::vector<PixelRect> DrawListPainter::damage(
             add(*was);
         if (is)
             add(*is);
-    }
-    if (rects.size() > kMaxDamageRects) {
-        // Past a handful, painting each would cost more than the part between them.
-        PixelRect all = rects.front();
-        for (const PixelRect& r : rects)
-            all = bounding(all, r);
-        rects.assign(1, all);
     }
     return rects;
 }

@@ -45,8 +45,9 @@ public:
 
     // The parts of the screen where two frames can differ, as a few rectangles that do not overlap:
     // the bounds of every command that is not the same in both, and of every film, whose pictures
-    // change under the same command. Overlapping bounds are merged, and past kMaxDamageRects the whole
-    // is one rectangle around them all. Empty when the frames paint alike.
+    // change under the same command. Overlapping bounds are merged, and when there would be more than
+    // kMaxDamageRects, those so far become one rectangle around them all. Empty when the frames paint
+    // alike.
     static std::vector<runtime::PixelRect> damage(
         const runtime::DrawList& before, const runtime::DrawList& after, runtime::PixelSize screen);
     // Four panels in the corners and the list between them are five places; a few more cost little.

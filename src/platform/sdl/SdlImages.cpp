@@ -215,6 +215,16 @@ void SdlImages::hold(const std::string& key, SharedSurface surface)
     }
 }
 
+void SdlImages::letGo(const std::string& key)
+{
+    auto it = m_held.find(key);
+    if (it == m_held.end())
+        return;
+    m_bytes -= it->second.bytes;
+    m_heldLru.erase(it->second.lru);
+    m_held.erase(it);
+}
+
 std::string SdlImages::untold(Record& record)
 {
     if (record.told || record.why.empty())
@@ -303,7 +313,8 @@ SharedSurface SdlImages::fitted(const std::string& path, PixelSize size)
         m_changed.wait(lock);
     }
     waited = true;
-    SharedSurface full = heldSurface(keyOf(facts->version, facts->size));
+    const std::string fullKey = keyOf(facts->version, facts->size);
+    SharedSurface full = heldSurface(fullKey);
     m_decoding.insert(path);
     lock.unlock();
     if (!full)
@@ -311,8 +322,14 @@ SharedSurface SdlImages::fitted(const std::string& path, PixelSize size)
     SharedSurface surface = full ? scaledCopy(full, size) : nullptr;
     lock.lock();
     m_decoding.erase(path);
-    if (surface)
+    if (surface) {
         hold(key, surface);
+        // As the decoders do, the full picture goes once it is fitted: a flyer at full size takes the
+        // room of eight fitted ones, and would push out the pictures wished for the next steps, which
+        // the caller's thread would then have to decode itself in turn.
+        if (surface != full)
+            letGo(fullKey);
+    }
     m_changed.notify_all();
     return served(surface);
 }

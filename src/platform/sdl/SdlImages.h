@@ -25,8 +25,8 @@ namespace ombrel::platform::sdl {
 // record: whether it decodes, its natural size and why it was refused; so probe() answers without
 // pixels. Pixels are kept only at the sizes they are shown at: expect() has the workers decode each
 // wished picture and scale it to its box, and the full-size picture is dropped once that is done; a
-// full-size decode the caller's thread had to make itself stays, counted like any other. Every surface
-// held counts in one bound in bytes; the least recently used go first.
+// full-size decode the caller's thread had to make itself stays until it is fitted. Every surface held
+// counts in one bound in bytes; the least recently used go first.
 //
 // Every file is read once into memory and its header checked before it is decoded: a picture that
 // claims more pixels than PictureHeader's bounds, or whose header is not one of the four formats, is
@@ -129,6 +129,7 @@ private:
     Record& remember(const std::string& path, const Stamp& stamp, const Decoded& decoded);
     SharedSurface heldSurface(const std::string& key);
     void hold(const std::string& key, SharedSurface surface);
+    void letGo(const std::string& key);
     // Under the lock: the refusal of record to say, once.
     std::string untold(Record& record);
     void say(const std::string& path, const std::string& why);
