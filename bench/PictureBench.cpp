@@ -319,8 +319,10 @@ public:
         m_renderer->repaint();
         int amiss = 0;
         for (int y = 0; y < screen->h; ++y) {
-            const auto* a = static_cast<const uint8_t*>(screen->pixels) + static_cast<ptrdiff_t>(y) * screen->pitch;
-            const auto* b = static_cast<const uint8_t*>(byParts->pixels) + static_cast<ptrdiff_t>(y) * byParts->pitch;
+            const auto* a
+                = static_cast<const uint8_t*>(screen->pixels) + static_cast<ptrdiff_t>(y) * screen->pitch;
+            const auto* b
+                = static_cast<const uint8_t*>(byParts->pixels) + static_cast<ptrdiff_t>(y) * byParts->pitch;
             for (int x = 0; x < screen->w * 4; x += 4)
                 amiss += std::memcmp(a + x, b + x, 3) != 0 ? 1 : 0;
         }

@@ -117,7 +117,7 @@ SdlImages::Stamp SdlImages::stampOf(const std::string& path)
 {
     // One stat: the painter looks at every picture it paints, each time it paints it.
     Stamp stamp;
-    struct stat st {};
+    struct stat st = {};
     if (path.empty() || ::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
         return stamp;
     stamp.exists = true;
@@ -151,8 +151,8 @@ SdlImages::Decoded SdlImages::decode(const std::string& path, const Stamp& stamp
         return {};
     // Found out here, off the loop's thread: an opaque picture is copied rather than blended, and one
     // that covers the screen hides all below it, which then need not be painted.
-    const bool opaque = (loaded->format->Amask == 0 && !SDL_HasColorKey(loaded.get()))
-        || opaquePixels(converted.get());
+    const bool opaque
+        = (loaded->format->Amask == 0 && !SDL_HasColorKey(loaded.get())) || opaquePixels(converted.get());
     SDL_SetSurfaceBlendMode(converted.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     return { shareSurface(converted.release()), {} };
 }

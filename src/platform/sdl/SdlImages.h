@@ -41,7 +41,9 @@ public:
     {
         // NOTE: sized for a 1 GB cabinet PC running nothing else but the front end and a game: four
         // panels at 1920x1080 take about 4 MB of fitted pictures a step, so this holds the pictures of a
-        // dozen steps around the selection, and the program stays near 80 MB in all.
+        // dozen steps around the selection, and the program stays about 90 MB in all.
+        // Beside it the painter keeps up to 24 MB of the pictures it showed last (its
+        // kDefaultMaxPictureBytes): mostly these same pixels, never a copy of them.
         size_t maxBytes = size_t { 48 } * 1024 * 1024;
         // Records are a hundred bytes or so; this is one for each game of a full list and more.
         size_t maxRecords = 8192;

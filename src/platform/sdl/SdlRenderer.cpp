@@ -140,7 +140,10 @@ void SdlRenderer::present(const runtime::DrawList& frame)
         paint(changed);
 }
 
-void SdlRenderer::repaint() { paint({ runtime::PixelRect { 0, 0, m_size.w, m_size.h } }); }
+void SdlRenderer::repaint()
+{
+    paint({ runtime::PixelRect { 0, 0, m_size.w, m_size.h } });
+}
 
 void SdlRenderer::paint(std::vector<runtime::PixelRect> areas)
 {
