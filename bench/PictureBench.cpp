@@ -7,6 +7,8 @@
 //   - the share of steps that found every picture they drew decoded already (Images::served().waited
 //     unchanged over the step);
 //   - resident memory (VmRSS) after the boot, at the end and the most seen during the run.
+// A run whose last screen, painted a changed part at a time, differs from the same frame painted whole
+// fails.
 // Runs: a skin with the four preview panels, and the same skin with a 3 x 3 strip of snaps; each with
 // the read-ahead (the cache's decode workers) and without it (no workers: every picture is decoded on
 // the loop's thread when it is drawn). Each run is a child process of its own, so that the memory one
@@ -43,6 +45,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -304,6 +307,27 @@ public:
     }
 
     startup::MainForm& main() { return m_app->forms().form<startup::MainForm>("Main"); }
+
+    // How many pixels of the screen, painted a part at a time through the run, differ from the same
+    // frame painted whole: none, or the damage missed something.
+    int pixelsPaintedAmiss()
+    {
+        SDL_Surface* screen = m_renderer->surface();
+        platform::sdl::SurfacePtr byParts(SDL_DuplicateSurface(screen));
+        if (!byParts)
+            throw std::runtime_error("no copy of the screen");
+        m_renderer->repaint();
+        int amiss = 0;
+        for (int y = 0; y < screen->h; ++y) {
+            const auto* a
+                = static_cast<const uint8_t*>(screen->pixels) + static_cast<ptrdiff_t>(y) * screen->pitch;
+            const auto* b
+                = static_cast<const uint8_t*>(byParts->pixels) + static_cast<ptrdiff_t>(y) * byParts->pitch;
+            for (int x = 0; x < screen->w * 4; x += 4)
+                amiss += std::memcmp(a + x, b + x, 3) != 0 ? 1 : 0;
+        }
+        return amiss;
+    }
     platform::sdl::SdlImages& images() { return *m_images; }
 
     void key(runtime::InputKind kind, int vk)
@@ -423,6 +447,11 @@ int runOne(const Options& options, const std::string& home, const std::string& s
         percentile(wall, 1.0), percentile(cpu, 0.5), percentile(cpu, 0.99), share, rssStart, rssEnd, rssMax,
         cacheMb);
     std::cout << line << std::endl;
+    if (const int amiss = program.pixelsPaintedAmiss(); amiss != 0) {
+        std::cerr << skin << " " << (ahead ? "on" : "off") << ": " << amiss
+                  << " pixels of the last frame differ from a whole repaint\n";
+        return 1;
+    }
     return 0;
 }
 
@@ -459,6 +488,8 @@ int main(int argc, char** argv)
 {
     try {
         const Options options = parse(argc, argv);
+        // As the program does; the runs fork from here and keep it.
+        platform::sdl::returnPicturesToTheSystem();
         const auto made = Steady::now();
         // Made before the runs fork, and by this thread alone: the children start from a process with
         // no other threads.

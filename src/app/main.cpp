@@ -4,6 +4,7 @@
 #include "browser/SkinCheck.h"
 #include "config/SettingsCheck.h"
 #include "platform/sdl/SdlFonts.h"
+#include "platform/sdl/SdlImages.h"
 #include "replay/ReplayPlatform.h"
 #include "replay/ReplayScript.h"
 #include "startup/Application.h"
@@ -197,6 +198,7 @@ int runReplay(const Options& options, const std::string& home)
 
 int main(int argc, char** argv)
 {
+    ombrel::platform::sdl::returnPicturesToTheSystem();
     const ParsedArguments parsed = parseArguments(argc, argv);
     if (!parsed.error.empty()) {
         std::cerr << "ombrel: " << parsed.error << "\n" << kUsage;

@@ -6,7 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <climits>
+#include <filesystem>
+#include <utility>
 #include <initializer_list>
 #include <optional>
 #include <tuple>
@@ -173,6 +177,36 @@ TEST(SdlRenderer, PicturesAndLinesAreMadeOnceAndPaintAsTheRendererWould)
     EXPECT_EQ(renderer->linesRendered() - before, 1u);
 }
 
+// The painter copies the cache's own pixels; the ones it keeps for the next frame stay within their
+// bound in bytes however many sizes are shown, and a file that changes shows its new pixels.
+TEST(SdlRenderer, PicturesKeptStayWithinTheirBoundAndFollowTheirFile)
+{
+    ombrel::test::TempHome home;
+    const std::string path = home.path() + "art.png";
+    ASSERT_TRUE(test::writeTwoColourPng(path, 8, 6, 0xFF0000, 0x0000FF));
+    SdlFonts fonts;
+    SdlImages images({}, 0);
+    SurfacePtr target(SDL_CreateRGBSurfaceWithFormat(0, kScreen.w, kScreen.h, 32, SDL_PIXELFORMAT_RGB888));
+    RendererPtr renderer(SDL_CreateSoftwareRenderer(target.get()));
+    constexpr size_t kBound = 3 * 20 * 16 * 4; // three of the largest pictures below
+    DrawListPainter painter(renderer.get(), target.get(), fonts, images, kBound);
+    auto show = [&](int width) {
+        DrawCommand picture = command(DrawCommand::Kind::Image, { 0, 0, width, 16 }, 0);
+        picture.path = path;
+        painter.paint({ picture }, { kScreen.w, kScreen.h });
+        return std::pair { pixelAt(target.get(), 0, 8), pixelAt(target.get(), width - 1, 8) };
+    };
+    for (int width = 11; width <= 20; ++width) {
+        EXPECT_EQ(show(width), std::pair(0xFF0000u, 0x0000FFu)) << width;
+        EXPECT_LE(painter.heldPictureBytes(), kBound) << width;
+    }
+    EXPECT_GE(painter.heldPictureBytes(), 2 * 11 * 16 * 4u) << "the last ones shown are kept";
+
+    ASSERT_TRUE(test::writeTwoColourPng(path, 8, 6, 0x00FF00, 0xFFFFFF));
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) + std::chrono::seconds(2));
+    EXPECT_EQ(show(20), std::pair(0x00FF00u, 0xFFFFFFu));
+}
+
 TEST(SdlRenderer, ContainPlacementAtItsLimits)
 {
     const struct
@@ -222,8 +256,9 @@ TEST(SdlRenderer, DamagedCommandsPaintNothingAndDoNotCrash)
 }
 
 // A changed frame repaints the commands that differ from the last one, and the films, whose pictures
-// change under the same command.
-TEST(SdlRenderer, DamageBoundsWhatDiffersBetweenFrames)
+// change under the same command: as a few rectangles, so changes far apart do not repaint the screen
+// between them.
+TEST(SdlRenderer, DamageListsWhatDiffersBetweenFrames)
 {
     DrawCommand text = command(DrawCommand::Kind::Text, { 0, 20, 30, 10 }, 0xFFFFFF, { 2, 20, 20, 10 });
     text.text = "Hi";
@@ -232,22 +267,48 @@ TEST(SdlRenderer, DamageBoundsWhatDiffersBetweenFrames)
     DrawCommand film = command(DrawCommand::Kind::Film, { 40, 0, 10, 10 }, 0);
     film.text = "mpIntro";
     const runtime::DrawList base { fill(kScreen, 0xFF0000), text };
+    // Four corners changed, and one more place for each of the rows that passes the limit.
+    auto corners = [](int extra) {
+        runtime::DrawList frame { fill({ 0, 0, 4, 4 }, kRed), fill({ 60, 0, 4, 4 }, kRed),
+            fill({ 0, 44, 4, 4 }, kRed), fill({ 60, 44, 4, 4 }, kRed) };
+        for (int i = 0; i < extra; ++i)
+            frame.push_back(fill({ 8 + 6 * i, 20, 2, 2 }, kRed));
+        return frame;
+    };
     const struct
     {
         const char* name;
         runtime::DrawList before, after;
-        std::optional<PixelRect> expected;
+        std::vector<PixelRect> expected;
     } rows[] = {
-        { "same", base, base, std::nullopt },
-        { "colourWithinTheClip", base, { fill(kScreen, 0xFF0000), pulsed }, PixelRect { 2, 20, 20, 10 } },
-        { "movedFillBothPlaces", { fill({ 0, 0, 4, 4 }, kRed) }, { fill({ 10, 10, 4, 4 }, kRed) },
-            PixelRect { 0, 0, 14, 14 } },
-        { "addedAndRemoved", base, { fill(kScreen, 0xFF0000) }, PixelRect { 2, 20, 20, 10 } },
-        { "offScreenPartCut", {}, { fill({ 60, 40, 10, 10 }, kRed) }, PixelRect { 60, 40, 4, 8 } },
-        { "filmAlways", { film }, { film }, PixelRect { 40, 0, 10, 10 } },
+        { "same", base, base, {} },
+        { "colourWithinTheClip", base, { fill(kScreen, 0xFF0000), pulsed }, { { 2, 20, 20, 10 } } },
+        { "movedFillEachPlace", { fill({ 0, 0, 4, 4 }, kRed) }, { fill({ 10, 10, 4, 4 }, kRed) },
+            { { 0, 0, 4, 4 }, { 10, 10, 4, 4 } } },
+        { "movedFillOverlapping", { fill({ 0, 0, 4, 4 }, kRed) }, { fill({ 2, 2, 4, 4 }, kRed) },
+            { { 0, 0, 6, 6 } } },
+        // The first two do not meet, the third meets both; touching edges are not overlap.
+        { "mergedBoundsTakeInMore", {},
+            { fill({ 0, 0, 4, 4 }, kRed), fill({ 10, 0, 4, 4 }, kRed), fill({ 3, 3, 8, 2 }, kRed),
+                fill({ 14, 0, 2, 2 }, kRed) },
+            { { 0, 0, 14, 5 }, { 14, 0, 2, 2 } } },
+        { "addedAndRemoved", base, { fill(kScreen, 0xFF0000) }, { { 2, 20, 20, 10 } } },
+        { "offScreenPartCut", {}, { fill({ 60, 40, 10, 10 }, kRed) }, { { 60, 40, 4, 8 } } },
+        { "filmAlways", { film }, { film }, { { 40, 0, 10, 10 } } },
+        { "fourCornersAndTheList", {}, corners(4),
+            { { 0, 0, 4, 4 }, { 60, 0, 4, 4 }, { 0, 44, 4, 4 }, { 60, 44, 4, 4 }, { 8, 20, 2, 2 },
+                { 14, 20, 2, 2 }, { 20, 20, 2, 2 }, { 26, 20, 2, 2 } } },
+        { "pastTheLimitOneBound", {}, corners(5), { { 0, 0, 64, 48 } } },
+    };
+    auto sorted = [](std::vector<PixelRect> rects) {
+        std::sort(rects.begin(), rects.end(),
+            [](const PixelRect& a, const PixelRect& b) { return std::tie(a.y, a.x) < std::tie(b.y, b.x); });
+        return rects;
     };
     for (const auto& row : rows)
-        EXPECT_EQ(DrawListPainter::damage(row.before, row.after, { kScreen.w, kScreen.h }), row.expected) << row.name;
+        EXPECT_EQ(sorted(DrawListPainter::damage(row.before, row.after, { kScreen.w, kScreen.h })),
+            sorted(row.expected))
+            << row.name;
 }
 
 // The window draws through the same painter as offscreen, into its own surface, which SDL's dummy

@@ -13,7 +13,6 @@ using runtime::DrawCommand;
 using runtime::PixelRect;
 using runtime::PixelSize;
 
-constexpr size_t kMaxPictureTextures = 160;
 constexpr size_t kMaxLineTextures = 512;
 // Coordinates beyond this are damage, not layout; keeping within it keeps every sum below in range.
 constexpr int kMaxCoordinate = 1 << 24;
@@ -37,26 +36,18 @@ PixelRect intersect(const PixelRect& a, const PixelRect& b)
     return { x0, y0, x1 - x0, y1 - y0 };
 }
 
-// Whether every pixel of a 32-bit ARGB picture has full alpha.
-bool opaquePixels(SDL_Surface* surface)
+bool overlaps(const PixelRect& a, const PixelRect& b)
 {
-    if (surface->format->BytesPerPixel != 4 || surface->format->Amask == 0)
-        return !SDL_ISPIXELFORMAT_ALPHA(surface->format->format) && !SDL_HasColorKey(surface);
-    const Uint32 amask = surface->format->Amask;
-    SDL_LockSurface(surface);
-    bool opaque = true;
-    for (int y = 0; y < surface->h && opaque; ++y) {
-        const auto* row = reinterpret_cast<const Uint32*>(static_cast<const Uint8*>(surface->pixels)
-            + static_cast<ptrdiff_t>(y) * surface->pitch);
-        for (int x = 0; x < surface->w; ++x) {
-            if ((row[x] & amask) != amask) {
-                opaque = false;
-                break;
-            }
-        }
-    }
-    SDL_UnlockSurface(surface);
-    return opaque;
+    return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
+}
+
+PixelRect bounding(const PixelRect& a, const PixelRect& b)
+{
+    const int x0 = std::min(a.x, b.x);
+    const int y0 = std::min(a.y, b.y);
+    const int x1 = std::max(a.x + a.w, b.x + b.w);
+    const int y1 = std::max(a.y + a.h, b.y + b.h);
+    return { x0, y0, x1 - x0, y1 - y0 };
 }
 
 SDL_Rect toSdl(const PixelRect& r)
@@ -135,12 +126,43 @@ DrawListPainter::Texture& DrawListPainter::TextureCache::insert(const std::strin
     return entries.emplace(key, std::move(texture)).first->second;
 }
 
-DrawListPainter::DrawListPainter(SDL_Renderer* renderer, SdlFonts& fonts, SdlImages& images)
+DrawListPainter::Picture* DrawListPainter::PictureCache::find(const std::string& key)
+{
+    auto it = entries.find(key);
+    if (it == entries.end())
+        return nullptr;
+    lru.splice(lru.begin(), lru, it->second.lru);
+    return &it->second;
+}
+
+DrawListPainter::Picture& DrawListPainter::PictureCache::insert(const std::string& key, Picture picture)
+{
+    if (auto it = entries.find(key); it != entries.end()) {
+        bytes -= it->second.bytes;
+        lru.erase(it->second.lru);
+        entries.erase(it);
+    }
+    // The newest stays even when it alone is past the bound: it is on the screen.
+    while (!lru.empty() && bytes + picture.bytes > maxBytes) {
+        auto last = entries.find(lru.back());
+        bytes -= last->second.bytes;
+        entries.erase(last);
+        lru.pop_back();
+    }
+    bytes += picture.bytes;
+    lru.push_front(key);
+    picture.lru = lru.begin();
+    return entries.emplace(key, std::move(picture)).first->second;
+}
+
+DrawListPainter::DrawListPainter(
+    SDL_Renderer* renderer, SDL_Surface* target, SdlFonts& fonts, SdlImages& images, size_t maxPictureBytes)
     : m_renderer(renderer)
+    , m_target(target)
     , m_fonts(fonts)
     , m_images(images)
 {
-    m_pictures.maxEntries = kMaxPictureTextures;
+    m_pictures.maxBytes = maxPictureBytes;
     m_lines.maxEntries = kMaxLineTextures;
 }
 
@@ -171,19 +193,19 @@ std::optional<size_t> DrawListPainter::firstVisible(const runtime::DrawList& fra
             return i;
         if (cmd.kind == DrawCommand::Kind::Image && cmd.fit == runtime::ImageFit::Stretch) {
             const auto facts = m_images.facts(cmd.path);
-            const Texture* texture = facts ? pictureTexture(cmd.path, *facts, { cmd.rect.w, cmd.rect.h }) : nullptr;
-            if (texture && texture->opaque)
+            const Picture* shown = facts ? picture(cmd.path, *facts, { cmd.rect.w, cmd.rect.h }) : nullptr;
+            if (shown && shown->opaque)
                 return i;
         }
     }
     return std::nullopt;
 }
 
-std::optional<PixelRect> DrawListPainter::damage(
+std::vector<PixelRect> DrawListPainter::damage(
     const runtime::DrawList& before, const runtime::DrawList& after, PixelSize screen)
 {
     const PixelRect whole { 0, 0, screen.w, screen.h };
-    std::optional<PixelRect> bounds;
+    std::vector<PixelRect> rects;
     auto add = [&](const DrawCommand& cmd) {
         if (!sane(cmd.rect) || !sane(cmd.clip))
             return;
@@ -195,15 +217,24 @@ std::optional<PixelRect> DrawListPainter::damage(
             extent = intersect(extent, cmd.rect);
         if (extent.w <= 0 || extent.h <= 0)
             return;
-        if (!bounds) {
-            bounds = extent;
-            return;
+        // A rectangle that overlaps others takes them in; the larger one may then overlap more.
+        for (size_t j = 0; j < rects.size();) {
+            if (overlaps(rects[j], extent)) {
+                extent = bounding(rects[j], extent);
+                rects.erase(rects.begin() + static_cast<ptrdiff_t>(j));
+                j = 0;
+            } else {
+                ++j;
+            }
         }
-        const int x0 = std::min(bounds->x, extent.x);
-        const int y0 = std::min(bounds->y, extent.y);
-        const int x1 = std::max(bounds->x + bounds->w, extent.x + extent.w);
-        const int y1 = std::max(bounds->y + bounds->h, extent.y + extent.h);
-        bounds = PixelRect { x0, y0, x1 - x0, y1 - y0 };
+        rects.push_back(extent);
+        if (rects.size() > kMaxDamageRects) {
+            // Past a handful, painting each would cost more than the part between them.
+            PixelRect all = rects.front();
+            for (const PixelRect& r : rects)
+                all = bounding(all, r);
+            rects.assign(1, all);
+        }
     };
     for (size_t i = 0; i < std::max(before.size(), after.size()); ++i) {
         const DrawCommand* was = i < before.size() ? &before[i] : nullptr;
@@ -218,7 +249,7 @@ std::optional<PixelRect> DrawListPainter::damage(
         if (is)
             add(*is);
     }
-    return bounds;
+    return rects;
 }
 
 void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen, std::optional<PixelRect> area)
@@ -254,7 +285,7 @@ void DrawListPainter::paint(const runtime::DrawList& frame, PixelSize screen, st
             this->frame(cmd);
             break;
         case DrawCommand::Kind::Image:
-            image(cmd);
+            image(cmd, clip);
             break;
         case DrawCommand::Kind::Text:
             text(cmd);
@@ -324,35 +355,37 @@ void DrawListPainter::frame(const DrawCommand& cmd)
     SDL_RenderFillRects(m_renderer, sides, 4);
 }
 
-DrawListPainter::Texture* DrawListPainter::pictureTexture(
+DrawListPainter::Picture* DrawListPainter::picture(
     const std::string& path, const SdlImages::Facts& facts, PixelSize size)
 {
     if (size.w <= 0 || size.h <= 0)
         return nullptr;
     const std::string key = std::to_string(size.w) + "x" + std::to_string(size.h) + '\x1f' + path;
-    if (Texture* cached = m_pictures.find(key); cached && cached->version == facts.version)
+    if (Picture* cached = m_pictures.find(key); cached && cached->version == facts.version)
         return cached;
     // The cache hands the picture at the size it is shown, made ahead by a decoder when it was wished
-    // for; here it only becomes a texture.
-    SharedSurface shown = m_images.fitted(path, size);
-    if (!shown)
+    // for, and says by its blend mode whether it is opaque.
+    SharedSurface pixels = m_images.fitted(path, size);
+    if (!pixels)
         return nullptr;
-    TexturePtr texture(SDL_CreateTextureFromSurface(m_renderer, shown.get()));
-    if (!texture)
+    SurfacePtr view(SDL_CreateRGBSurfaceWithFormatFrom(
+        pixels->pixels, pixels->w, pixels->h, 32, pixels->pitch, pixels->format->format));
+    if (!view)
         return nullptr;
-    const bool opaque = opaquePixels(shown.get());
-    SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
+    SDL_BlendMode blend = SDL_BLENDMODE_BLEND;
+    SDL_GetSurfaceBlendMode(pixels.get(), &blend);
     // An opaque picture is copied, not blended: the same pixels at a fraction of the cost.
-    SDL_SetTextureBlendMode(texture.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
-    Texture entry;
-    entry.texture = std::move(texture);
-    entry.size = { shown->w, shown->h };
+    SDL_SetSurfaceBlendMode(view.get(), blend);
+    Picture entry;
+    entry.bytes = static_cast<size_t>(pixels->pitch) * static_cast<size_t>(pixels->h);
+    entry.pixels = std::move(pixels);
+    entry.view = std::move(view);
     entry.version = facts.version;
-    entry.opaque = opaque;
+    entry.opaque = blend == SDL_BLENDMODE_NONE;
     return &m_pictures.insert(key, std::move(entry));
 }
 
-void DrawListPainter::image(const DrawCommand& cmd)
+void DrawListPainter::image(const DrawCommand& cmd, const PixelRect& clip)
 {
     const auto facts = m_images.facts(cmd.path);
     if (!facts)
@@ -360,11 +393,27 @@ void DrawListPainter::image(const DrawCommand& cmd)
     const PixelRect place = placeImage(cmd.fit, cmd.rect, facts->size);
     if (place.w <= 0 || place.h <= 0)
         return;
-    Texture* texture = pictureTexture(cmd.path, *facts, { place.w, place.h });
+    Picture* shown = picture(cmd.path, *facts, { place.w, place.h });
+    if (!shown)
+        return;
+    SDL_Rect dst = toSdl(place);
+    if (shown->view->w == place.w && shown->view->h == place.h) {
+        // What the renderer was asked to paint before lands first; the copy is what the renderer
+        // would do with a texture of these pixels, without making one.
+        SDL_RenderFlush(m_renderer);
+        const SDL_Rect within = toSdl(clip);
+        SDL_SetClipRect(m_target, &within);
+        SDL_BlitSurface(shown->view.get(), nullptr, m_target, &dst);
+        return;
+    }
+    // Larger than the decoders scale pictures: the renderer scales it, through a texture made for this
+    // frame alone, as such a picture is rare.
+    TexturePtr texture(SDL_CreateTextureFromSurface(m_renderer, shown->view.get()));
     if (!texture)
         return;
-    const SDL_Rect dst = toSdl(place);
-    SDL_RenderCopy(m_renderer, texture->texture.get(), nullptr, &dst);
+    SDL_SetTextureScaleMode(texture.get(), SDL_ScaleModeLinear);
+    SDL_SetTextureBlendMode(texture.get(), shown->opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
+    SDL_RenderCopy(m_renderer, texture.get(), nullptr, &dst);
 }
 
 void DrawListPainter::text(const DrawCommand& cmd)

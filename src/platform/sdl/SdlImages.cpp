@@ -6,6 +6,11 @@
 
 #include <SDL_image.h>
 
+#include <malloc.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -29,8 +34,27 @@ std::string readChecked(const std::string& path, uintmax_t size, std::string& by
     return std::string();
 }
 
+// NOTE: the decoders run beside the loop's thread on a machine that may have two cores; a step of the
+// selection must not wait for a decode of a picture four steps ahead. Ten is as far down as a thread
+// may go without privilege and still get the time the loop leaves.
+constexpr int kDecoderNice = 10;
+
+// Whether no pixel of a 32-bit ARGB picture lets what is below show through.
+bool opaquePixels(SDL_Surface* surface)
+{
+    const Uint32 amask = surface->format->Amask;
+    for (int y = 0; y < surface->h; ++y) {
+        const auto* row = reinterpret_cast<const Uint32*>(
+            static_cast<const Uint8*>(surface->pixels) + static_cast<ptrdiff_t>(y) * surface->pitch);
+        for (int x = 0; x < surface->w; ++x)
+            if ((row[x] & amask) != amask)
+                return false;
+    }
+    return true;
+}
+
 // The picture scaled to size with linear filtering, as the renderer scales a texture; null when the
-// scaling fails.
+// scaling fails. The copy keeps the source's blend mode, which says whether it is opaque.
 SharedSurface scaledCopy(const SharedSurface& source, PixelSize size)
 {
     if (size == PixelSize { source->w, source->h })
@@ -38,6 +62,9 @@ SharedSurface scaledCopy(const SharedSurface& source, PixelSize size)
     SurfacePtr scaled(SDL_CreateRGBSurfaceWithFormat(0, size.w, size.h, 32, source->format->format));
     if (!scaled || SDL_SoftStretchLinear(source.get(), nullptr, scaled.get(), nullptr) != 0)
         return nullptr;
+    SDL_BlendMode blend = SDL_BLENDMODE_BLEND;
+    SDL_GetSurfaceBlendMode(source.get(), &blend);
+    SDL_SetSurfaceBlendMode(scaled.get(), blend);
     return shareSurface(scaled.release());
 }
 
@@ -88,18 +115,14 @@ PixelSize SdlImages::fitInto(PixelSize picture, PixelSize box)
 
 SdlImages::Stamp SdlImages::stampOf(const std::string& path)
 {
+    // One stat: the painter looks at every picture it paints, each time it paints it.
     Stamp stamp;
-    std::error_code ec;
-    std::filesystem::path p(path);
-    if (path.empty() || !std::filesystem::is_regular_file(p, ec))
-        return stamp;
-    stamp.modified = std::filesystem::last_write_time(p, ec);
-    if (ec)
-        return stamp;
-    stamp.size = std::filesystem::file_size(p, ec);
-    if (ec)
+    struct stat st = {};
+    if (path.empty() || ::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
         return stamp;
     stamp.exists = true;
+    stamp.modifiedNs = static_cast<int64_t>(st.st_mtim.tv_sec) * 1'000'000'000 + st.st_mtim.tv_nsec;
+    stamp.size = static_cast<uintmax_t>(st.st_size);
     return stamp;
 }
 
@@ -122,10 +145,15 @@ SdlImages::Decoded SdlImages::decode(const std::string& path, const Stamp& stamp
     SurfacePtr loaded(IMG_Load_RW(SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size())), 1));
     if (!loaded)
         return {};
-    // One pixel format for every picture makes textures quick to build on the loop's thread.
+    // One pixel format for every picture makes it quick to copy to the screen.
     SurfacePtr converted(SDL_ConvertSurfaceFormat(loaded.get(), SDL_PIXELFORMAT_ARGB8888, 0));
     if (!converted)
         return {};
+    // Found out here, off the loop's thread: an opaque picture is copied rather than blended, and one
+    // that covers the screen hides all below it, which then need not be painted.
+    const bool opaque
+        = (loaded->format->Amask == 0 && !SDL_HasColorKey(loaded.get())) || opaquePixels(converted.get());
+    SDL_SetSurfaceBlendMode(converted.get(), opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     return { shareSurface(converted.release()), {} };
 }
 
@@ -185,6 +213,16 @@ void SdlImages::hold(const std::string& key, SharedSurface surface)
         m_held.erase(last);
         m_heldLru.pop_back();
     }
+}
+
+void SdlImages::letGo(const std::string& key)
+{
+    auto it = m_held.find(key);
+    if (it == m_held.end())
+        return;
+    m_bytes -= it->second.bytes;
+    m_heldLru.erase(it->second.lru);
+    m_held.erase(it);
 }
 
 std::string SdlImages::untold(Record& record)
@@ -275,7 +313,8 @@ SharedSurface SdlImages::fitted(const std::string& path, PixelSize size)
         m_changed.wait(lock);
     }
     waited = true;
-    SharedSurface full = heldSurface(keyOf(facts->version, facts->size));
+    const std::string fullKey = keyOf(facts->version, facts->size);
+    SharedSurface full = heldSurface(fullKey);
     m_decoding.insert(path);
     lock.unlock();
     if (!full)
@@ -283,8 +322,14 @@ SharedSurface SdlImages::fitted(const std::string& path, PixelSize size)
     SharedSurface surface = full ? scaledCopy(full, size) : nullptr;
     lock.lock();
     m_decoding.erase(path);
-    if (surface)
+    if (surface) {
         hold(key, surface);
+        // As the decoders do, the full picture goes once it is fitted: a flyer at full size takes the
+        // room of eight fitted ones, and would push out the pictures wished for the next steps, which
+        // the caller's thread would then have to decode itself in turn.
+        if (surface != full)
+            letGo(fullKey);
+    }
     m_changed.notify_all();
     return served(surface);
 }
@@ -354,6 +399,8 @@ void SdlImages::serveWish(const PictureWish& wish)
 
 void SdlImages::workerLoop()
 {
+    // On Linux a thread's own id names it to setpriority; failing leaves it at the loop's priority.
+    setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kDecoderNice);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_changed.wait(lock, [this] { return m_stopping || !m_wishes.empty(); });
@@ -403,6 +450,11 @@ void SdlImages::waitIdle()
 {
     std::unique_lock lock(m_mutex);
     m_changed.wait(lock, [this] { return m_stopping || (m_wishes.empty() && m_busyWorkers == 0); });
+}
+
+void returnPicturesToTheSystem()
+{
+    mallopt(M_MMAP_THRESHOLD, 256 * 1024);
 }
 
 } // namespace ombrel::platform::sdl

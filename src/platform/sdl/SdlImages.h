@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <filesystem>
 #include <functional>
 #include <list>
 #include <mutex>
@@ -26,8 +25,8 @@ namespace ombrel::platform::sdl {
 // record: whether it decodes, its natural size and why it was refused; so probe() answers without
 // pixels. Pixels are kept only at the sizes they are shown at: expect() has the workers decode each
 // wished picture and scale it to its box, and the full-size picture is dropped once that is done; a
-// full-size decode the caller's thread had to make itself stays, counted like any other. Every surface
-// held counts in one bound in bytes; the least recently used go first.
+// full-size decode the caller's thread had to make itself stays until it is fitted. Every surface held
+// counts in one bound in bytes; the least recently used go first.
 //
 // Every file is read once into memory and its header checked before it is decoded: a picture that
 // claims more pixels than PictureHeader's bounds, or whose header is not one of the four formats, is
@@ -42,7 +41,9 @@ public:
     {
         // NOTE: sized for a 1 GB cabinet PC running nothing else but the front end and a game: four
         // panels at 1920x1080 take about 4 MB of fitted pictures a step, so this holds the pictures of a
-        // dozen steps around the selection, and the program stays near 80 MB in all.
+        // dozen steps around the selection, and the program stays about 90 MB in all.
+        // Beside it the painter keeps up to 24 MB of the pictures it showed last (its
+        // kDefaultMaxPictureBytes): mostly these same pixels, never a copy of them.
         size_t maxBytes = size_t { 48 } * 1024 * 1024;
         // Records are a hundred bytes or so; this is one for each game of a full list and more.
         size_t maxRecords = 8192;
@@ -75,7 +76,9 @@ public:
     // are not known yet; nullopt when the file cannot be shown. Not counted in served().
     std::optional<Facts> facts(const std::string& path);
     // The picture scaled to size (32-bit ARGB), or null when the file cannot be shown. A size larger
-    // than kMaxScaledSide gives the picture at its own size, for the renderer to scale.
+    // than kMaxScaledSide gives the picture at its own size, for the renderer to scale. Its blend mode
+    // is SDL_BLENDMODE_NONE when every pixel is opaque, else SDL_BLENDMODE_BLEND. The surface is
+    // shared with the decoders: read it, never change it (blit from a surface over its pixels).
     SharedSurface fitted(const std::string& path, runtime::PixelSize size);
 
     // The size a picture of size picture takes when fitted into box, proportions kept.
@@ -94,7 +97,7 @@ private:
     struct Stamp
     {
         bool exists = false;
-        std::filesystem::file_time_type modified {};
+        int64_t modifiedNs = 0;
         uintmax_t size = 0;
         bool operator==(const Stamp&) const = default;
     };
@@ -128,6 +131,7 @@ private:
     Record& remember(const std::string& path, const Stamp& stamp, const Decoded& decoded);
     SharedSurface heldSurface(const std::string& key);
     void hold(const std::string& key, SharedSurface surface);
+    void letGo(const std::string& key);
     // Under the lock: the refusal of record to say, once.
     std::string untold(Record& record);
     void say(const std::string& path, const std::string& why);
@@ -152,5 +156,12 @@ private:
     bool m_stopping = false;
     std::vector<std::thread> m_workers;
 };
+
+// Makes every allocation of a quarter of a megabyte or more (the pixels of a picture) a mapping of its
+// own, given back to the system when it is freed. Otherwise the C library raises that threshold to the
+// size of the first such block freed, and the pictures the cache lets go stay resident in the
+// decoders' heaps: memory would then grow past the cache's bound under a held key. Process-wide, so
+// the program calls it once, at its start.
+void returnPicturesToTheSystem();
 
 } // namespace ombrel::platform::sdl

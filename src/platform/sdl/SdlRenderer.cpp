@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <vector>
 
 namespace ombrel::platform::sdl {
 namespace {
@@ -78,7 +79,7 @@ bool SdlRenderer::attachWindowSurface()
     m_windowSurface = surface;
     m_size = saneSize({ surface->w, surface->h });
     m_painted = false;
-    m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), m_fonts, m_images);
+    m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), surface, m_fonts, m_images);
     m_painter->setFilms(m_films);
     return true;
 }
@@ -105,7 +106,7 @@ bool SdlRenderer::makeTarget(runtime::PixelSize size)
     m_target = std::move(target);
     m_size = size;
     m_painted = false;
-    m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), m_fonts, m_images);
+    m_painter = std::make_unique<DrawListPainter>(m_renderer.get(), m_target.get(), m_fonts, m_images);
     m_painter->setFilms(m_films);
     return true;
 }
@@ -128,35 +129,41 @@ void SdlRenderer::setScreenSize(runtime::PixelSize size)
 
 void SdlRenderer::present(const runtime::DrawList& frame)
 {
-    const auto changed = m_painted ? DrawListPainter::damage(m_lastFrame, frame, m_size) : std::nullopt;
-    const bool whole = !m_painted;
+    if (!m_painted) {
+        m_lastFrame = frame;
+        repaint();
+        return;
+    }
+    const std::vector<runtime::PixelRect> changed = DrawListPainter::damage(m_lastFrame, frame, m_size);
     m_lastFrame = frame;
-    if (whole)
-        paint(std::nullopt);
-    else if (changed)
+    if (!changed.empty())
         paint(changed);
 }
 
-void SdlRenderer::repaint() { paint(std::nullopt); }
+void SdlRenderer::repaint()
+{
+    paint({ runtime::PixelRect { 0, 0, m_size.w, m_size.h } });
+}
 
-void SdlRenderer::paint(std::optional<runtime::PixelRect> area)
+void SdlRenderer::paint(std::vector<runtime::PixelRect> areas)
 {
     // A window whose size changed has a new surface; the old one is gone with what it held.
     if (m_window && SDL_GetWindowSurface(m_window.get()) != m_windowSurface) {
         if (!attachWindowSurface())
             return;
-        area.reset();
+        areas.assign(1, runtime::PixelRect { 0, 0, m_size.w, m_size.h });
     }
     if (!m_painter)
         return;
-    m_painter->paint(m_lastFrame, m_size, area);
+    std::vector<SDL_Rect> shown;
+    for (const runtime::PixelRect& area : areas) {
+        m_painter->paint(m_lastFrame, m_size, area);
+        shown.push_back(SDL_Rect { area.x, area.y, area.w, area.h });
+    }
     SDL_RenderFlush(m_renderer.get());
     m_painted = true;
-    if (!m_window)
-        return;
-    const runtime::PixelRect shown = area.value_or(runtime::PixelRect { 0, 0, m_size.w, m_size.h });
-    const SDL_Rect rect { shown.x, shown.y, shown.w, shown.h };
-    SDL_UpdateWindowSurfaceRects(m_window.get(), &rect, 1);
+    if (m_window)
+        SDL_UpdateWindowSurfaceRects(m_window.get(), shown.data(), static_cast<int>(shown.size()));
 }
 
 std::string SdlRenderer::screenshot(const runtime::DrawList& frame, const std::string& pngPath)
@@ -168,7 +175,7 @@ std::string SdlRenderer::screenshot(const runtime::DrawList& frame, const std::s
         RendererPtr renderer(SDL_CreateSoftwareRenderer(target.get()));
         if (!renderer)
             return std::string("cannot make a picture of the screen: ") + SDL_GetError();
-        DrawListPainter painter(renderer.get(), m_fonts, m_images);
+        DrawListPainter painter(renderer.get(), target.get(), m_fonts, m_images);
         painter.setFilms(m_films);
         painter.paint(frame, m_size);
         SDL_RenderFlush(renderer.get());

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace ombrel::platform::sdl {
 
@@ -65,8 +66,8 @@ private:
     // (Re)makes the renderer over the window's surface, which SDL replaces when the window's size
     // changes. False when the window has no surface.
     bool attachWindowSurface();
-    // Paints the last frame within area (the whole screen when none) and shows that part.
-    void paint(std::optional<runtime::PixelRect> area);
+    // Paints the last frame within each of areas and shows those parts.
+    void paint(std::vector<runtime::PixelRect> areas);
 
     SdlFonts& m_fonts;
     SdlImages& m_images;
