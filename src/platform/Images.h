@@ -23,8 +23,6 @@ public:
     virtual ~Images() = default;
     // The picture's size if the file can be decoded (PNG, JPEG, GIF, BMP), else nullopt.
     virtual std::optional<runtime::PixelSize> probe(const std::string& path) = 0;
-    // Hint: the picture will likely be shown soon; decode it ahead if the backend can.
-    virtual void prefetch(const std::string& path) { (void)path; }
     // Hint: these pictures are likely to be shown next, the most likely first. They replace the wishes
     // of the last call: a decode still waiting for one that is no longer wished for is dropped.
     virtual void expect(const std::vector<PictureWish>& wishes) { (void)wishes; }
